@@ -1,0 +1,99 @@
+#include "EditorCore/PreviewEditMerge.hpp"
+#include "RealPages.hpp"
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace corvanta {
+
+namespace {
+
+constexpr std::size_t small = 100'000;
+constexpr std::size_t large = 1'000'000;
+constexpr std::size_t largest = 10'000'000;
+
+void merge(benchmark::State& state, std::string_view before, std::string_view after, std::int64_t occurrence,
+           std::int64_t total, const std::string& source) {
+    for ([[maybe_unused]] auto iteration : state)
+        benchmark::DoNotOptimize(PreviewEditMerge::applyTextEdit(before, after, occurrence, total, source));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(source.size()));
+}
+
+std::string realPage(const benchmark::State& state) {
+    return RealPages::text(static_cast<std::size_t>(state.range(0)));
+}
+
+std::string repeated(std::string_view part, std::size_t size) {
+    std::string text;
+    while (text.size() < size)
+        text += part;
+    return text;
+}
+
+void BM_MergeUniqueText(benchmark::State& state) {
+    merge(state, "Ein Satz.", "Ein neuer Satz.", 0, 1, "<p>Ein Satz.</p>" + realPage(state));
+}
+
+/// The second search, for a part of a text, is needed.
+void BM_MergePartOfAText(benchmark::State& state) {
+    merge(state, "Ein Satz.", "Ein neuer Satz.", 0, 1, "<p>Hier: Ein Satz. </p>" + realPage(state));
+}
+
+void BM_MergeRepeatedText(benchmark::State& state) {
+    const std::string text = "<p>Ein Satz.</p>";
+    std::string source = realPage(state);
+    source.insert(0, repeated(text, text.size() * 100));
+    merge(state, "Ein Satz.", "Ein neuer Satz.", 70, 100, source);
+}
+
+void BM_RefuseUnknownText(benchmark::State& state) {
+    merge(state, "Ein Satz, den es nirgends gibt.", "x", 0, 1, realPage(state));
+}
+
+BENCHMARK(BM_MergeUniqueText)->Arg(small)->Arg(large)->Arg(largest);
+BENCHMARK(BM_MergePartOfAText)->Arg(small)->Arg(large)->Arg(largest);
+BENCHMARK(BM_MergeRepeatedText)->Arg(small)->Arg(large)->Arg(largest);
+BENCHMARK(BM_RefuseUnknownText)->Arg(small)->Arg(large)->Arg(largest);
+
+/// Pages of one part, and a text that is sought in vain.
+struct Page {
+    std::string_view name;
+    std::string_view part;
+    std::string_view text;
+};
+
+constexpr std::array pages{Page{"German", "<p>Die Größe der Straße überrascht.</p>\n", "Überraschung"},
+                           Page{"Chinese", "<p>漢字仮名交じり文</p>", "漢文"},
+                           Page{"Hindi", "<p>हिन्दी में लिखा हुआ पाठ</p>", "पाठशाला"},
+                           Page{"decomposed", "Stra\u0308nde u\u0308ber Mu\u0308hlen ", "Mu\u0308llerin"},
+                           Page{"Russian", "<p>Мы пишем страницы руками.</p>\n", "Рука"},
+                           Page{"Japanese", "<p>ひらがなとカタカナ</p>", "ひらめき"},
+                           Page{"Korean", "<p>한글로 쓴 글</p>", "한국"},
+                           Page{"emoji", "\U0001F469\u200D\U0001F469\u200D\U0001F467", "\U0001F467"},
+                           Page{"references", "&amp;&uuml;", "\u00FC\u00FC"},
+                           Page{"line ends", "a\r\n", "a\n"},
+                           Page{"ampersands", "&", "&a"},
+                           Page{"tags", "<", "a"},
+                           Page{"values", "<a b=\"", "a"},
+                           Page{"comments", "<!--", "a"},
+                           Page{"accents", "<\u0338", "a"},
+                           Page{"one letter", "a", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaab"}};
+
+void BM_RefuseInPagesOf(benchmark::State& state) {
+    const Page& page = pages[static_cast<std::size_t>(state.range(0))];
+    state.SetLabel(std::string(page.name));
+    merge(state, page.text, "x", 0, 1, repeated(page.part, static_cast<std::size_t>(state.range(1))));
+}
+
+BENCHMARK(BM_RefuseInPagesOf)
+    ->ArgsProduct({benchmark::CreateDenseRange(0, static_cast<std::int64_t>(pages.size()) - 1, 1),
+                   {static_cast<std::int64_t>(small), static_cast<std::int64_t>(large),
+                    static_cast<std::int64_t>(largest)}});
+
+} // namespace
+
+} // namespace corvanta

@@ -1,0 +1,124 @@
+#include "Corvanta/gtk/EditTarget.hpp"
+
+#include <glibmm/main.h>
+#include <webkit/webkit.h>
+
+namespace corvanta {
+
+namespace {
+
+/// A command by the names that the toolkit's text widgets and the pages give it.
+struct Names {
+    const char* inText;
+    const char* inPage;
+};
+
+Names namesOf(EditTarget::Command command) {
+    switch (command) {
+    case EditTarget::Command::cut:
+        return {"clipboard.cut", WEBKIT_EDITING_COMMAND_CUT};
+    case EditTarget::Command::copy:
+        return {"clipboard.copy", WEBKIT_EDITING_COMMAND_COPY};
+    case EditTarget::Command::paste:
+        // A page takes over the looks of what it is given, which is no change of a text any more.
+        return {"clipboard.paste", WEBKIT_EDITING_COMMAND_PASTE_AS_PLAIN_TEXT};
+    case EditTarget::Command::remove:
+        return {"selection.delete", PreviewWebView::deletion};
+    case EditTarget::Command::selectAll:
+        return {"selection.select-all", WEBKIT_EDITING_COMMAND_SELECT_ALL};
+    }
+    return {};
+}
+
+bool hasText(GtkWidget* widget) {
+    return GTK_IS_TEXT_VIEW(widget) || GTK_IS_TEXT(widget) || WEBKIT_IS_WEB_VIEW(widget);
+}
+
+/// In the bar itself, not in one of its menus.
+bool isInMenuBar(GtkWidget* widget) {
+    return widget != nullptr && gtk_widget_get_ancestor(widget, GTK_TYPE_POPOVER_MENU_BAR) != nullptr &&
+           gtk_widget_get_ancestor(widget, GTK_TYPE_POPOVER) == nullptr;
+}
+
+} // namespace
+
+EditTarget::EditTarget(Gtk::Window& window, Gtk::TextView& text, PreviewColumn& preview)
+    : window_(window),
+      text_(text),
+      preview_(preview),
+      textSelectionMoved_(followSelection(text.get_buffer()->gobj(), "notify::has-selection")),
+      focusMoved_(
+          window.gobj(), "notify::focus-widget",
+          +[](GtkWindow*, GParamSpec*, gpointer self) { static_cast<EditTarget*>(self)->followFocus(); },
+          this) {}
+
+EditTarget::~EditTarget() {
+    menuClosed_.disconnect();
+    remember(nullptr);
+}
+
+void EditTarget::followFocus() {
+    GtkWidget* focus = gtk_window_get_focus(window_.gobj());
+    if (focus != nullptr && hasText(focus))
+        remember(focus);
+    // A menu that closes leaves the keyboard in the menu bar, where it came from another menu or from the
+    // text. Whether one of its neighbours opens instead is known only later.
+    if (wasInMenu_ && isInMenuBar(focus))
+        menuClosed_ = Glib::signal_idle().connect([this] {
+            returnFromMenu();
+            return false;
+        });
+    wasInMenu_ = focus == nullptr ? wasInMenu_ : gtk_widget_get_ancestor(focus, GTK_TYPE_POPOVER) != nullptr;
+    selectionChanged_.emit();
+}
+
+void EditTarget::returnFromMenu() {
+    GtkWidget* focus = gtk_window_get_focus(window_.gobj());
+    if (isInMenuBar(focus))
+        gtk_widget_grab_focus(target());
+}
+
+void EditTarget::remember(GtkWidget* widget) {
+    if (widget == last_)
+        return;
+    g_set_weak_pointer(&last_, widget);
+    fieldSelectionMoved_.clear();
+    if (GTK_IS_TEXT(widget)) {
+        fieldSelectionMoved_.push_back(followSelection(widget, "notify::cursor-position"));
+        fieldSelectionMoved_.push_back(followSelection(widget, "notify::selection-bound"));
+    }
+}
+
+SignalConnection EditTarget::followSelection(gpointer object, const char* signal) {
+    return SignalConnection(
+        object, signal,
+        +[](GObject*, GParamSpec*, gpointer self) {
+            static_cast<EditTarget*>(self)->selectionChanged_.emit();
+        },
+        this);
+}
+
+GtkWidget* EditTarget::target() const {
+    return last_ != nullptr && gtk_widget_get_mapped(last_) != FALSE ? last_ : GTK_WIDGET(text_.gobj());
+}
+
+bool EditTarget::hasSelection() const {
+    GtkWidget* target = this->target();
+    if (target == GTK_WIDGET(text_.gobj()))
+        return text_.get_buffer()->get_has_selection();
+    if (GTK_IS_TEXT(target))
+        return gtk_editable_get_selection_bounds(GTK_EDITABLE(target), nullptr, nullptr) != FALSE;
+    WebKitEditorState* page = webkit_web_view_get_editor_state(WEBKIT_WEB_VIEW(target));
+    return webkit_editor_state_is_copy_available(page) != FALSE;
+}
+
+void EditTarget::perform(Command command) const {
+    GtkWidget* target = this->target();
+    PreviewWebView* page = preview_.webView();
+    if (page != nullptr && target == GTK_WIDGET(page->webView()))
+        page->performMenuCommand(namesOf(command).inPage);
+    else
+        gtk_widget_activate_action(target, namesOf(command).inText, nullptr);
+}
+
+} // namespace corvanta

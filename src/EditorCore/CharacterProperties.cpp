@@ -1,0 +1,18 @@
+#include "EditorCore/CharacterProperties.hpp"
+
+#include <unicode/uchar.h>
+
+namespace corvanta {
+
+CharacterProperties CharacterProperties::lookedUp(char32_t character) {
+    const auto codePoint = static_cast<UChar32>(character);
+    CharacterProperties properties(
+        static_cast<std::uint8_t>(u_getIntPropertyValue(codePoint, UCHAR_GRAPHEME_CLUSTER_BREAK)));
+    if (u_hasBinaryProperty(codePoint, UCHAR_EXTENDED_PICTOGRAPHIC) != 0)
+        properties.bits_ |= pictographBit;
+    if (u_hasBinaryProperty(codePoint, UCHAR_FULL_COMPOSITION_EXCLUSION) != 0)
+        properties.bits_ |= otherFormBit;
+    return properties;
+}
+
+} // namespace corvanta

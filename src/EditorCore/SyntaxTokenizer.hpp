@@ -1,0 +1,40 @@
+#pragma once
+
+#include "EditorCore/SyntaxCheckpoint.hpp"
+#include "EditorCore/SyntaxSpan.hpp"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace corvanta {
+
+/// Cuts the text of a page (markup, scripts, style sheets and PHP in one file) into the spans that are
+/// coloured. A pure function of the text; every input has an answer.
+struct SyntaxTokenizer {
+    SyntaxTokenizer() = delete;
+
+    /// The spans of `text` (UTF-8) in ascending order, never overlapping, none empty. Ranges count UTF-16
+    /// code units.
+    static std::vector<SyntaxSpan> tokenize(std::string_view text);
+
+    /// The same into `spans`, whose contents are replaced and whose memory is used again: the list of a large
+    /// page is larger than the page, and fresh memory for it costs more than the tokenizing.
+    static void tokenize(std::string_view text, std::vector<SyntaxSpan>& spans);
+
+    /// Is shown a checkpoint; answers with the byte from which on it wants to see the next one, or `stop`.
+    using Visit = std::function<std::int64_t(const SyntaxCheckpoint&)>;
+    static constexpr std::int64_t stop = -1;
+
+    /// An edit at least this many bytes behind a checkpoint does not change the spans before the checkpoint.
+    static constexpr std::int64_t lookAhead = 16;
+
+    /// Appends to `spans` those from `checkpoint` to the end of the text, or to the checkpoint at which
+    /// `visit` answers `stop`. A checkpoint holds for every text that is the same up to it and `lookAhead`
+    /// bytes beyond.
+    static void resume(std::string_view text, const SyntaxCheckpoint& checkpoint,
+                       std::vector<SyntaxSpan>& spans, const Visit& visit);
+};
+
+} // namespace corvanta

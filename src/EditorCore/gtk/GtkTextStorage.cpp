@@ -1,0 +1,204 @@
+#include "EditorCore/gtk/GtkTextStorage.hpp"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace corvanta {
+
+namespace {
+
+Gdk::RGBA rgba(const Color& color) {
+    return Gdk::RGBA(static_cast<float>(color.red) / 255.0F, static_cast<float>(color.green) / 255.0F,
+                     static_cast<float>(color.blue) / 255.0F);
+}
+
+} // namespace
+
+GtkTextStorage::GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, UndoHistory& history)
+    : buffer_(std::move(buffer)), history_(history) {
+    for (Paint& paint : paints_)
+        paint.tag = buffer_->create_tag();
+
+    applyBase();
+
+    // Before the buffer's own handlers, while the places still mean the text before the change.
+    insertion_ = Subscription(buffer_->signal_insert().connect(
+        [this](const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted, int) {
+            bufferWillInsert(at, inserted);
+        },
+        false));
+    erasure_ = Subscription(buffer_->signal_erase().connect(
+        [this](const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) {
+            bufferWillErase(first, last);
+        },
+        false));
+    tagApplied_ = Subscription(buffer_->signal_apply_tag().connect(
+        [this](const Glib::RefPtr<Gtk::TextTag>& tag, const Gtk::TextBuffer::iterator& first,
+               const Gtk::TextBuffer::iterator& last) {
+            if (!isPainting_ && std::any_of(paints_.begin(), paints_.end(),
+                                            [&](const Paint& paint) { return paint.tag == tag; }))
+                buffer_->remove_tag(tag, first, last);
+        }));
+}
+
+void GtkTextStorage::bufferWillInsert(const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted) {
+    if (inserted.empty())
+        return;
+    willEdit_.emit();
+    std::string meant = nulStandIn_.meant(inserted.raw());
+    const TextPosition start = position(at);
+    const std::int64_t lengthBefore = length();
+    text_.replace(start.byte, start.byte, meant);
+    runs_.didInsert(start.codeUnit, length() - lengthBefore);
+    painted_.didInsert(start.codeUnit, length() - lengthBefore);
+    recordChange(start.byte, start.byte + static_cast<std::int64_t>(meant.size()));
+    history_.didEdit({start.byte, {}, std::move(meant)});
+}
+
+void GtkTextStorage::bufferWillErase(const Gtk::TextBuffer::iterator& first,
+                                     const Gtk::TextBuffer::iterator& last) {
+    if (first == last)
+        return;
+    willEdit_.emit();
+    const TextPosition from = position(std::min(first, last));
+    const TextPosition to = position(std::max(first, last));
+    history_.didEdit({from.byte, text_.substring(from.byte, to.byte), {}});
+    text_.replace(from.byte, to.byte, {});
+    runs_.didErase({from.codeUnit, to.codeUnit - from.codeUnit});
+    painted_.didErase({from.codeUnit, to.codeUnit - from.codeUnit});
+    recordChange(from.byte, from.byte);
+}
+
+void GtkTextStorage::recordChange(std::int64_t firstByte, std::int64_t lastByte) {
+    const TextChange change{firstByte, text_.end().byte - lastByte};
+    change_ = change_ ? change_->united(change) : change;
+}
+
+TextChange GtkTextStorage::takeChange() {
+    const std::int64_t size = text_.end().byte;
+    return std::exchange(change_, std::nullopt).value_or(TextChange{size, size});
+}
+
+void GtkTextStorage::replace(std::int64_t first, std::int64_t last, const std::string& inserted) {
+    if (!nulStandIn_.canShow(inserted)) {
+        SharedText text = text_;
+        text.replace(first, last, inserted);
+        replaceText(text);
+        return;
+    }
+    const std::string shown = nulStandIn_.shown(inserted);
+    const auto added = static_cast<std::int64_t>(inserted.size());
+    // First, so that there is something that can be selected while the old text goes.
+    buffer_->insert(iterator(text_.atByte(first)), shown.data(), shown.data() + shown.size());
+    erase(first + added, last + added);
+}
+
+/// A selection never becomes empty here as long as there is text left, only to be set again: it would be
+/// given up and taken again at once, and of the first of these the display server tells only after the
+/// second, so that it would be lost.
+void GtkTextStorage::erase(std::int64_t first, std::int64_t last) {
+    Gtk::TextBuffer::iterator from = iterator(text_.atByte(first));
+    Gtk::TextBuffer::iterator to = iterator(text_.atByte(last));
+    Gtk::TextBuffer::iterator selectedFrom;
+    Gtk::TextBuffer::iterator selectedTo;
+    const bool hasSelection = buffer_->get_selection_bounds(selectedFrom, selectedTo);
+    if (hasSelection && selectedFrom >= from && selectedTo <= to) {
+        Gtk::TextBuffer::iterator before = from;
+        Gtk::TextBuffer::iterator behind = to;
+        if (behind.forward_char())
+            buffer_->select_range(to, behind);
+        else if (before.backward_char())
+            buffer_->select_range(before, from);
+    }
+    buffer_->erase(from, to);
+}
+
+void GtkTextStorage::replaceText(const SharedText& text) {
+    const TextChange change = SharedText::change(text_, text);
+    const std::string inserted =
+        text.substring(change.unchangedBefore, text.end().byte - change.unchangedAfter);
+    if (nulStandIn_.canShow(inserted)) {
+        replace(change.unchangedBefore, text_.end().byte - change.unchangedAfter, inserted);
+        return;
+    }
+    // All of the text has to be shown in another way.
+    const std::string whole = text.string();
+    const std::int64_t added = text.end().byte;
+    const std::int64_t last = added + text_.end().byte;
+    nulStandIn_ = NulStandIn(whole);
+    const std::string shown = nulStandIn_.shown(whole);
+    buffer_->insert(buffer_->begin(), shown.data(), shown.data() + shown.size());
+    erase(added, last);
+}
+
+void GtkTextStorage::beginEditing() {}
+
+void GtkTextStorage::setAttributes(TextRange range, const EditorFont& font, const DynamicColor& foreground) {
+    // The highlighter gives all text the same font and base colour, so they are the style of the whole view.
+    runs_.clear(range);
+    if (font == font_ && foreground == baseColor_)
+        return;
+    font_ = font;
+    baseColor_ = foreground;
+    applyBase();
+}
+
+void GtkTextStorage::addForeground(TextRange range, SyntaxToken token, const DynamicColor& foreground) {
+    Paint& paint = paints_[index(token)];
+    if (paint.color != foreground) {
+        paint.color = foreground;
+        applyColor(paint);
+    }
+    runs_.add({range, token});
+}
+
+void GtkTextStorage::endEditing() {
+    runsChanged_.emit();
+}
+
+void GtkTextStorage::setAppearance(Appearance appearance) {
+    appearance_ = appearance;
+    applyBase();
+    for (const Paint& paint : paints_)
+        applyColor(paint);
+}
+
+void GtkTextStorage::applyBase() const {
+    const Color color = baseColor_.resolved(appearance_);
+    style_->load_from_data(fmt::format("textview {{ font-family: monospace; font-size: {}px; }}"
+                                       "textview, textview text {{ color: rgb({}, {}, {}); }}",
+                                       font_.size, color.red, color.green, color.blue));
+}
+
+void GtkTextStorage::applyColor(const Paint& paint) const {
+    paint.tag->property_foreground_rgba() = rgba(paint.color.resolved(appearance_));
+}
+
+TextRange GtkTextStorage::codeUnits(const Gtk::TextBuffer::iterator& first,
+                                    const Gtk::TextBuffer::iterator& last) const {
+    const std::int64_t from = position(first).codeUnit;
+    return {from, position(last).codeUnit - from};
+}
+
+void GtkTextStorage::paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) {
+    const TextRange range = codeUnits(first, last);
+    const std::vector<SyntaxSpan> wanted = runs_.overlapping(range);
+    const std::optional<TextRange> stale = painted_.staleRange(range, wanted);
+    if (!stale)
+        return;
+
+    const auto place = [this](std::int64_t codeUnit) { return iterator(text_.atCodeUnit(codeUnit)); };
+    for (const Paint& paint : paints_)
+        buffer_->remove_tag(paint.tag, place(stale->location), place(stale->end()));
+    isPainting_ = true;
+    for (const SyntaxSpan& run : overlapping(wanted, *stale)) {
+        const std::int64_t from = std::max(run.range.location, stale->location);
+        const std::int64_t to = std::min(run.range.end(), stale->end());
+        buffer_->apply_tag(paints_[index(run.token)].tag, place(from), place(to));
+    }
+    isPainting_ = false;
+    painted_.didPaint(*stale, wanted);
+}
+
+} // namespace corvanta

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "EditorCore/EditorTheme.hpp"
+#include "EditorCore/NulStandIn.hpp"
+#include "EditorCore/PaintedRuns.hpp"
+#include "EditorCore/RunList.hpp"
+#include "EditorCore/SharedText.hpp"
+#include "EditorCore/SyntaxSpan.hpp"
+#include "EditorCore/TextChange.hpp"
+#include "EditorCore/TextStorage.hpp"
+#include "EditorCore/UndoHistory.hpp"
+#include "Platform/Subscription.hpp"
+
+#include <gtkmm/cssprovider.h>
+#include <gtkmm/textbuffer.h>
+#include <gtkmm/texttag.h>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvanta {
+
+/// The text storage of a code pane on the toolkit's text buffer. The list of runs is the truth: it always
+/// says what painting the whole text would give. The buffer's tags are its picture and are set only where
+/// somebody looks, because setting them in all of a long text takes longer than a frame and slows down every
+/// later reading.
+class GtkTextStorage final : public TextStorage {
+public:
+    /// What happens to the text is recorded in `history`, which outlives the storage.
+    GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, UndoHistory& history);
+
+    SharedText text() const override { return text_; }
+    std::int64_t length() const override { return text_.end().codeUnit; }
+    void beginEditing() override;
+    void setAttributes(TextRange range, const EditorFont& font, const DynamicColor& foreground) override;
+    void addForeground(TextRange range, SyntaxToken token, const DynamicColor& foreground) override;
+    void endEditing() override;
+
+    /// The storage's own, which changes with it.
+    const SharedText& liveText() const { return text_; }
+
+    /// Where `place` is in the text, and the other way round.
+    TextPosition position(const Gtk::TextBuffer::const_iterator& place) const {
+        return text_.atCodePoint(place.get_offset());
+    }
+    Gtk::TextBuffer::iterator iterator(const TextPosition& position) {
+        return buffer_->get_iter_at_offset(static_cast<int>(position.codePoint));
+    }
+
+    /// Replaces the bytes from `first` to `last`, both between two characters, by `inserted` (UTF-8). What is
+    /// selected afterwards is for the caller to say.
+    void replace(std::int64_t first, std::int64_t last, const std::string& inserted);
+
+    /// Makes `text` the whole text, changing only what differs.
+    void replaceText(const SharedText& text);
+
+    /// The coloured runs that have text in `range`, in ascending order.
+    std::vector<SyntaxSpan> runs(TextRange range) const { return runs_.overlapping(range); }
+
+    /// What happened to the text since the last call.
+    TextChange takeChange();
+
+    /// Makes the buffer show the runs between the two places. Does nothing where it shows them already.
+    void paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
+
+    /// Chooses the colours' values; nothing is painted anew for it.
+    void setAppearance(Appearance appearance);
+
+    /// The font and the base colour, for the style of the view that shows the buffer.
+    const Glib::RefPtr<Gtk::CssProvider>& style() const { return style_; }
+
+    /// Emitted after the runs were replaced.
+    sigc::signal<void()>& signalRunsChanged() { return runsChanged_; }
+
+    /// Emitted before the text changes.
+    sigc::signal<void()>& signalWillEdit() { return willEdit_; }
+
+private:
+    struct Paint {
+        Glib::RefPtr<Gtk::TextTag> tag;
+        DynamicColor color;
+    };
+
+    void bufferWillInsert(const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted);
+    void bufferWillErase(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
+    void erase(std::int64_t first, std::int64_t last);
+    void recordChange(std::int64_t firstByte, std::int64_t lastByte);
+    void applyColor(const Paint& paint) const;
+    void applyBase() const;
+    TextRange codeUnits(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) const;
+
+    Glib::RefPtr<Gtk::TextBuffer> buffer_;
+    std::array<Paint, allCases.size()> paints_;
+    Glib::RefPtr<Gtk::CssProvider> style_ = Gtk::CssProvider::create();
+    EditorFont font_;
+    DynamicColor baseColor_ = standardTextColor;
+    Appearance appearance_ = Appearance::light;
+
+    SharedText text_;
+    NulStandIn nulStandIn_;
+    UndoHistory& history_;
+    RunList runs_;
+    std::optional<TextChange> change_;
+    PaintedRuns painted_;
+
+    sigc::signal<void()> runsChanged_;
+    sigc::signal<void()> willEdit_;
+    Subscription insertion_;
+    Subscription erasure_;
+
+    /// Text that is pasted brings its old colours along, which nobody has asked for.
+    Subscription tagApplied_;
+    bool isPainting_ = false;
+};
+
+} // namespace corvanta

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cerrno>
+
+namespace corvanta {
+
+/// Calls a system call again as long as a signal interrupts it.
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+} // namespace corvanta

@@ -1,0 +1,324 @@
+#include "Preview/gtk/PreviewWebView.hpp"
+
+#include "PageScript.hpp"
+#include "PageStart.hpp"
+#include "Preview/gtk/WebKitBridgeMessage.hpp"
+
+#include <fmt/format.h>
+#include <gtkmm/eventcontrollerkey.h>
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace corvanta {
+
+namespace {
+
+constexpr std::string_view emptyPage = "about:blank";
+
+/// The script world of the page script; the page's own scripts live in another and see nothing of it.
+constexpr const char* bridgeWorld = "corvanta";
+
+GtkWidget* makeWebView(const PreviewWebContext& context) {
+    const GObjectReference<WebKitNetworkSession> session(webkit_network_session_new_ephemeral());
+    g_signal_connect(session.get(), "download-started",
+                     G_CALLBACK(+[](WebKitNetworkSession*, WebKitDownload* download, gpointer) {
+                         webkit_download_cancel(download);
+                     }),
+                     nullptr);
+    const GObjectReference<WebKitUserContentManager> content(webkit_user_content_manager_new());
+    const GObjectReference<WebKitSettings> settings(webkit_settings_new_with_settings(
+        "enable-fullscreen", FALSE, "enable-page-cache", FALSE, "enable-media-stream", FALSE, "enable-webrtc",
+        FALSE, "javascript-can-open-windows-automatically", FALSE, nullptr));
+    return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "accessible-role", GTK_ACCESSIBLE_ROLE_DOCUMENT,
+                                   "web-context", context.context(), "network-session", session.get(),
+                                   "user-content-manager", content.get(), "settings", settings.get(),
+                                   nullptr));
+}
+
+std::string_view withoutFragment(std::string_view url) {
+    return url.substr(0, url.find('#'));
+}
+
+void addScript(WebKitUserContentManager* content, WebKitUserScriptInjectionTime time,
+               const std::string& text) {
+    WebKitUserScript* script = webkit_user_script_new_for_world(
+        text.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, time, bridgeWorld, nullptr, nullptr);
+    webkit_user_content_manager_add_script(content, script);
+    webkit_user_script_unref(script);
+}
+
+} // namespace
+
+PreviewWebView::PreviewWebView(const PreviewWebContext& context, PreviewSchemeHandler& schemeHandler,
+                               Events events)
+    : page_(makeWebView(context)), events_(std::move(events)) {
+    page_.set_expand(true);
+    append(page_);
+    PreviewWebContext::setSchemeHandler(webView(), &schemeHandler);
+    hearThePageScript();
+    refuseWhatAPageMayNotDo();
+    reportLoading();
+    pasteByKeysAsPlainText();
+}
+
+PreviewWebView::~PreviewWebView() {
+    // The engine keeps its view for as long as a page in it is at work.
+    PreviewWebContext::setSchemeHandler(webView(), nullptr);
+    webkit_web_view_stop_loading(webView());
+    webkit_web_view_terminate_web_process(webView());
+}
+
+void PreviewWebView::hearThePageScript() {
+    hear(
+        "htmlChanged", +[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
+            static_cast<PreviewWebView*>(self)->events_.didReceive(WebKitBridgeMessage(value));
+        });
+    hear(
+        "pageLaidOut", +[](WebKitUserContentManager*, JSCValue*, gpointer self) {
+            static_cast<PreviewWebView*>(self)->events_.didLayOut();
+        });
+    hear(
+        "linkClicked", +[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
+            static_cast<PreviewWebView*>(self)->linkClicked(WebKitBridgeMessage(value));
+        });
+}
+
+void PreviewWebView::hear(const char* name, void (*handler)(WebKitUserContentManager*, JSCValue*, gpointer)) {
+    WebKitUserContentManager* content = webkit_web_view_get_user_content_manager(webView());
+    const std::string signal = std::string("script-message-received::") + name;
+    connections_.emplace_back(content, signal.c_str(), handler, this);
+    webkit_user_content_manager_register_script_message_handler(content, name, bridgeWorld);
+}
+
+void PreviewWebView::installPageScript(const std::optional<ScrollOffset>& scroll) {
+    WebKitUserContentManager* content = webkit_web_view_get_user_content_manager(webView());
+    webkit_user_content_manager_remove_all_scripts(content);
+    addScript(content, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageStart);
+    addScript(content, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END,
+              scroll ? fmt::format("var scrollToRestore = {{ x: {}, y: {} }};", scroll->x, scroll->y)
+                     : std::string("var scrollToRestore = null;"));
+    addScript(content, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END, pageScript);
+}
+
+void PreviewWebView::linkClicked(const BridgeMessage& message) const {
+    const std::string url = message.string("url").value_or(std::string());
+    for (const std::string_view scheme : {"http:", "https:", "mailto:"}) {
+        if (url.starts_with(scheme)) {
+            events_.openLink(url);
+            return;
+        }
+    }
+}
+
+// The engine may keep its view longer than this object lives, with a page at work in it: refusals last as
+// long as the view.
+template <typename Handler>
+void PreviewWebView::refuse(const char* signal, Handler* handler) {
+    g_signal_connect(webView(), signal, G_CALLBACK(handler), nullptr);
+}
+
+void PreviewWebView::refuseWhatAPageMayNotDo() {
+    connections_.emplace_back(
+        webView(), "decide-policy",
+        +[](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
+            gpointer self) -> gboolean { return static_cast<PreviewWebView*>(self)->decide(decision, type); },
+        this);
+    refuse(
+        "permission-request", +[](WebKitWebView*, WebKitPermissionRequest* request, gpointer) -> gboolean {
+            webkit_permission_request_deny(request);
+            return TRUE;
+        });
+    refuse(
+        "run-file-chooser", +[](WebKitWebView*, WebKitFileChooserRequest* request, gpointer) -> gboolean {
+            webkit_file_chooser_request_cancel(request);
+            return TRUE;
+        });
+    refuse(
+        "run-color-chooser", +[](WebKitWebView*, WebKitColorChooserRequest* request, gpointer) -> gboolean {
+            webkit_color_chooser_request_cancel(request);
+            return TRUE;
+        });
+    refuse(
+        "authenticate", +[](WebKitWebView*, WebKitAuthenticationRequest* request, gpointer) -> gboolean {
+            webkit_authentication_request_cancel(request);
+            return TRUE;
+        });
+
+    // Alert, confirm and prompt return at once, as if cancelled; a page may always be left.
+    refuse(
+        "script-dialog", +[](WebKitWebView*, WebKitScriptDialog* dialog, gpointer) -> gboolean {
+            if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
+                webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+            return TRUE;
+        });
+
+    const auto answered = +[](WebKitWebView*, gpointer, gpointer) -> gboolean { return TRUE; };
+    for (const char* signal : {"print", "show-notification"})
+        refuse(signal, answered);
+    refuse(
+        "enter-fullscreen", +[](WebKitWebView*, gpointer) -> gboolean { return TRUE; });
+}
+
+void PreviewWebView::reportLoading() {
+    connections_.emplace_back(
+        webView(), "load-changed",
+        +[](WebKitWebView*, WebKitLoadEvent event, gpointer self) {
+            static_cast<PreviewWebView*>(self)->loadChanged(event);
+        },
+        this);
+    // The last page stays; the engine's own error page says nothing about the document.
+    connections_.emplace_back(
+        webView(), "load-failed",
+        +[](WebKitWebView*, WebKitLoadEvent, const char*, GError*, gpointer) -> gboolean { return TRUE; },
+        nullptr);
+    connections_.emplace_back(
+        webView(), "web-process-terminated",
+        +[](WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer self) {
+            if (reason != WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
+                static_cast<PreviewWebView*>(self)->events_.processDidTerminate();
+        },
+        this);
+}
+
+void PreviewWebView::loadChanged(WebKitLoadEvent event) {
+    if (event == WEBKIT_LOAD_COMMITTED) {
+        if (isShownPage(webkit_web_view_get_uri(webView())))
+            events_.didCommit();
+        else
+            events_.didLeave();
+    } else if (event == WEBKIT_LOAD_FINISHED) {
+        events_.didFinish();
+    }
+}
+
+bool PreviewWebView::isShownPage(const char* url) const {
+    return url != nullptr && withoutFragment(url) == withoutFragment(shownURL_);
+}
+
+bool PreviewWebView::decide(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) const {
+    bool refused = false;
+    if (type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION) {
+        refused = true;
+    } else if (type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) {
+        WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
+            WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+        const WebKitNavigationType navigation = webkit_navigation_action_get_navigation_type(action);
+        const char* url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+        const bool staysOnThePage = isShownPage(url) && std::string_view(url).find('#') != std::string::npos;
+        // The empty page has no answer that could be refused later; a frame has it without going there.
+        const bool goesToTheEmptyPage = withoutFragment(url) == emptyPage && shownURL_ != emptyPage;
+        refused = (navigation != WEBKIT_NAVIGATION_TYPE_OTHER && !staysOnThePage) || goesToTheEmptyPage;
+    } else {
+        // Which frame asks is known only once the answer has arrived.
+        auto* response = WEBKIT_RESPONSE_POLICY_DECISION(decision);
+        const char* url = webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response));
+        refused = webkit_response_policy_decision_is_main_frame_main_resource(response) != FALSE &&
+                  !isShownPage(url);
+    }
+    if (refused)
+        webkit_policy_decision_ignore(decision);
+    return refused;
+}
+
+void PreviewWebView::prepareToLoad(const std::string& url, const std::optional<ScrollOffset>& scroll) {
+    shownURL_ = url;
+    installPageScript(scroll);
+}
+
+// The load has been asked for, but nothing of it is seen before the main loop runs on: the picture is taken
+// while the page's process is at work already.
+void PreviewWebView::holdLastPicture() {
+    if (hasShownAPage_ && !lastPicture_.isHeld())
+        lastPicture_.hold(page_);
+}
+
+void PreviewWebView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    if (!lastPicture_.isHeld()) {
+        Gtk::Box::snapshot_vfunc(snapshot);
+        return;
+    }
+    // The engine draws no further picture before this one is taken, though nobody sees it.
+    const Glib::RefPtr<Gtk::Snapshot> unseen = Gtk::Snapshot::create();
+    snapshot_child(page_, unseen);
+    lastPicture_.draw(*snapshot, get_width(), get_height());
+}
+
+void PreviewWebView::load(const std::string& url, const std::optional<ScrollOffset>& scroll) {
+    prepareToLoad(url, scroll);
+    webkit_web_view_load_uri(webView(), url.c_str());
+    holdLastPicture();
+}
+
+void PreviewWebView::loadHTML(const std::string& html, const std::optional<ScrollOffset>& scroll) {
+    prepareToLoad(std::string(emptyPage), scroll);
+    webkit_web_view_load_html(webView(), html.c_str(), nullptr);
+    holdLastPicture();
+}
+
+void PreviewWebView::reveal() {
+    hasShownAPage_ = true;
+    lastPicture_.release();
+    queue_draw();
+}
+
+void PreviewWebView::evaluate(const std::string& script) {
+    webkit_web_view_evaluate_javascript(webView(), script.data(), static_cast<gssize>(script.size()),
+                                        bridgeWorld, nullptr, nullptr, nullptr, nullptr);
+}
+
+void PreviewWebView::ask(std::function<void()> answered) {
+    webkit_web_view_evaluate_javascript(
+        webView(), "0", -1, bridgeWorld, nullptr, nullptr,
+        +[](GObject* view, GAsyncResult* result, gpointer question) {
+            const std::unique_ptr<std::function<void()>> answer(
+                static_cast<std::function<void()>*>(question));
+            // A process that ended "answers" too, with an error.
+            const GObjectReference<JSCValue> value(
+                webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
+            if (value)
+                (*answer)();
+        },
+        std::make_unique<std::function<void()>>(std::move(answered)).release());
+}
+
+/// The toolkit's own keys would paste with all looks, which no source can follow.
+void PreviewWebView::pasteByKeysAsPlainText() {
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    keys->signal_key_pressed().connect(
+        [this](guint key, guint, Gdk::ModifierType modifiers) {
+            const auto all =
+                Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::SHIFT_MASK | Gdk::ModifierType::ALT_MASK;
+            const bool isPasting =
+                (gdk_keyval_to_lower(key) == GDK_KEY_v &&
+                 (modifiers & all) == Gdk::ModifierType::CONTROL_MASK) ||
+                (key == GDK_KEY_Insert && (modifiers & all) == Gdk::ModifierType::SHIFT_MASK);
+            if (isPasting)
+                performMenuCommand(WEBKIT_EDITING_COMMAND_PASTE_AS_PLAIN_TEXT);
+            return isPasting;
+        },
+        false);
+    add_controller(keys);
+}
+
+void PreviewWebView::performMenuCommand(const std::string& command) {
+    webkit_web_view_evaluate_javascript(
+        webView(), "menuCommandFollows()", -1, bridgeWorld, nullptr, nullptr,
+        +[](GObject* view, GAsyncResult* result, gpointer data) {
+            const std::unique_ptr<std::string> asked(static_cast<std::string*>(data));
+            // Nothing while a page is still being loaded.
+            const GObjectReference<JSCValue> isMarked(
+                webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
+            if (isMarked && (*asked != deletion || jsc_value_to_boolean(isMarked.get()) != FALSE))
+                webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(view), asked->c_str());
+        },
+        std::make_unique<std::string>(command).release());
+}
+
+void PreviewWebView::endProcess() {
+    webkit_web_view_terminate_web_process(webView());
+}
+
+} // namespace corvanta

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <gtkmm/widget.h>
+
+#include <string>
+#include <vector>
+
+namespace corvanta {
+
+/// All texts that a user can read in `widget` and what is in it: labels and tooltips. Whether `widget` itself
+/// is on the screen does not matter.
+std::vector<std::string> shownTexts(Gtk::Widget& widget);
+
+/// The first widget of `type` in `widget`, or null.
+GtkWidget* descendant(GtkWidget* widget, GType type);
+
+/// The button in `widget` that says `name`, or null.
+GtkWidget* buttonNamed(GtkWidget* widget, const std::string& name);
+
+} // namespace corvanta

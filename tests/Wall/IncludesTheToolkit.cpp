@@ -1,0 +1,2 @@
+// Must not compile: a platform-free target that asks for the toolkit.
+#include <gtkmm.h>
