@@ -83,18 +83,27 @@ public:
         letPass(300ms);
     }
 
-    /// Milliseconds from the press to the end of the frame behind the change of the text.
-    double press(KeySym key) {
+    /// Milliseconds from the press to the changed text, and to the end of the frame that shows it.
+    struct Press {
+        double toText;
+        double toFrame;
+    };
+
+    Press press(KeySym key) {
         const SharedText before = *model_.text;
         const auto start = Clock::now();
+        const auto passed = [start] {
+            return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+        };
         screen_.pressKey(key);
         runUntil([&] { return *model_.text != before; });
+        Press result{passed(), 0};
         const int frames = frames_;
         runUntil([&] { return frames_ > frames; });
-        const std::chrono::duration<double, std::milli> passed = Clock::now() - start;
+        result.toFrame = passed();
         screen_.releaseKey(key);
         letPass(30ms);
-        return passed.count();
+        return result;
     }
 
     /// Scrolls a page with every frame, from the top to the end. The most frames one after another in which a
@@ -163,17 +172,22 @@ void measureKeys(const std::string& page) {
     for (int i = 0; i < 5; ++i) {
         pane.textView().insertText("<!-", {0, 0});
         pane.putCaret(3);
-        comment.add(pane.press(XK_minus));
+        comment.add(pane.press(XK_minus).toFrame);
         pane.textView().insertText("", {0, 4});
         letPass(200ms);
     }
     printRow("the key that makes a comment of all below it", comment);
 
     Samples newline;
+    Samples shownNewline;
     pane.putCaret(pane.textView().text().end().codeUnit);
-    for (int i = 0; i < 30; ++i)
-        newline.add(pane.press(XK_Return));
-    printRow("Return at the end", newline);
+    for (int i = 0; i < 30; ++i) {
+        const auto [toText, toFrame] = pane.press(XK_Return);
+        newline.add(toText);
+        shownNewline.add(toFrame);
+    }
+    printRow("Return at the end, until the text has changed", newline);
+    printRow("Return at the end, until the next frame shows it", shownNewline);
 
     fmt::print("| scrolling through | {} frames without colours | | |\n", pane.scrollThrough());
 }
@@ -186,7 +200,7 @@ void measureLongLine() {
     Samples letters;
     pane.putCaret(50'005);
     for (int i = 0; i < 40; ++i)
-        letters.add(pane.press(XK_x));
+        letters.add(pane.press(XK_x).toFrame);
     printRow("a letter in a line of 100 KB", letters);
 }
 

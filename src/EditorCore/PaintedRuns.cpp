@@ -66,14 +66,12 @@ std::vector<PaintedRuns::Run> PaintedRuns::clipped(std::span<const SyntaxSpan> s
 void PaintedRuns::didInsert(std::int64_t location, std::int64_t length) {
     auto run = std::partition_point(runs_.begin(), runs_.end(),
                                     [&](const Run& each) { return each.range.end() < location; });
-    const bool touches = run != runs_.end() && run->range.location <= location;
-    if (run != runs_.end() && run->range.location < location && run->range.end() > location) {
-        const Run tail{fromTo(location, run->range.end()), run->token};
-        run->range = fromTo(run->range.location, location);
-        run = runs_.insert(run + 1, tail);
-    } else if (run != runs_.end() && run->range.end() == location) {
+    const bool isInside = run != runs_.end() && run->range.location < location && location < run->range.end();
+    const bool touches = run != runs_.end() && run->range.location <= location && !isInside;
+    if (isInside)
+        run->range.length += length;
+    if (run != runs_.end() && run->range.location < location)
         ++run;
-    }
     for (auto later = run; later != runs_.end(); ++later)
         later->range.location += length;
     if (touches)
@@ -90,6 +88,19 @@ void PaintedRuns::didErase(TextRange range) {
     }
     runs_.erase(std::remove_if(first, runs_.end(), [](const Run& run) { return run.range.length == 0; }),
                 runs_.end());
+    joinAt(range.location);
+}
+
+/// What the view shows in one colour without a gap is one run, which text typed into it belongs to.
+void PaintedRuns::joinAt(std::int64_t location) {
+    const auto behind = firstEndingAfter(location);
+    if (behind == runs_.begin() || behind == runs_.end() || behind->range.location != location)
+        return;
+    const auto before = behind - 1;
+    if (before->range.end() != location || before->token != behind->token)
+        return;
+    before->range.length += behind->range.length;
+    runs_.erase(behind);
 }
 
 void PaintedRuns::didPaint(TextRange range, std::span<const SyntaxSpan> wanted) {

@@ -14,8 +14,8 @@ namespace corvanta {
 /// what really differs has to be painted. Ranges count UTF-16 code units.
 class PaintedRuns {
 public:
-    /// Tells that `length` units now stand at `location`. Inside or beside a coloured run it is the view that
-    /// decides whether the new text takes the run's colour; what it shows there counts as unknown.
+    /// Tells that `length` units now stand at `location`. Inside a coloured run they take its colour. Beside
+    /// one it is the view that decides whether they do; what it shows there counts as unknown.
     void didInsert(std::int64_t location, std::int64_t length);
 
     /// Tells that the text in `range` is gone.
@@ -40,6 +40,7 @@ private:
     static std::vector<Run> clipped(std::span<const Run> runs, TextRange range);
     static std::vector<Run> clipped(std::span<const SyntaxSpan> spans, TextRange range);
     std::vector<Run>::iterator firstEndingAfter(std::int64_t location);
+    void joinAt(std::int64_t location);
     std::span<const Run> overlapping(TextRange range) const;
 
     std::vector<Run> runs_;

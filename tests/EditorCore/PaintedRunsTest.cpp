@@ -50,11 +50,28 @@ TEST(PaintedRuns, MoveWithTheTextBehindAnInsertion) {
     EXPECT_EQ(painted.staleRange(everything, Spans{span(15, 4)}), std::nullopt);
 }
 
-TEST(PaintedRuns, DoNotKnowTheColourOfTextTypedIntoARun) {
+TEST(PaintedRuns, GrowByTextTypedIntoThem) {
     PaintedRuns painted;
     painted.didPaint(everything, Spans{span(10, 100, SyntaxToken::comment)});
     painted.didInsert(50, 1);
-    EXPECT_EQ(painted.staleRange(everything, Spans{span(10, 101, SyntaxToken::comment)}), (TextRange{50, 1}));
+    EXPECT_EQ(painted.staleRange(everything, Spans{span(10, 101, SyntaxToken::comment)}), std::nullopt);
+}
+
+TEST(PaintedRuns, DoNotKnowTheColourOfTextTypedBetweenTwo) {
+    PaintedRuns painted;
+    const Spans wanted{span(10, 4), span(14, 4, SyntaxToken::string)};
+    painted.didPaint(everything, wanted);
+    painted.didInsert(14, 1);
+    EXPECT_EQ(painted.staleRange(everything, Spans{span(10, 4), span(14, 5, SyntaxToken::string)}),
+              (TextRange{14, 1}));
+}
+
+TEST(PaintedRuns, OfOneColourAreOneWhenTheTextBetweenThemIsErased) {
+    PaintedRuns painted;
+    painted.didPaint(everything, Spans{span(10, 4), span(20, 4)});
+    painted.didErase({14, 6});
+    painted.didInsert(14, 1);
+    EXPECT_EQ(painted.staleRange(everything, Spans{span(10, 9)}), std::nullopt);
 }
 
 TEST(PaintedRuns, DoNotKnowTheColourOfTextTypedBesideARun) {
@@ -96,9 +113,10 @@ TEST_P(PaintedRunsAgainstUnits, FindTheSmallestStaleRangeThroughRandomEdits) {
         const TextRange range{location, length};
         switch (random() % 3) {
         case 0: {
-            const bool touches = units[static_cast<std::size_t>(location)] != 0 ||
-                                 (location > 0 && units[static_cast<std::size_t>(location) - 1] != 0);
-            units.insert(units.begin() + location, static_cast<std::size_t>(length), touches ? -1 : 0);
+            const int before = location > 0 ? units[static_cast<std::size_t>(location) - 1] : 0;
+            const int behind = units[static_cast<std::size_t>(location)];
+            units.insert(units.begin() + location, static_cast<std::size_t>(length),
+                         before == behind ? before : -1);
             painted.didInsert(location, length);
             break;
         }

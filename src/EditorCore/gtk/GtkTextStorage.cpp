@@ -181,6 +181,12 @@ TextRange GtkTextStorage::codeUnits(const Gtk::TextBuffer::iterator& first,
     return {from, position(last).codeUnit - from};
 }
 
+bool GtkTextStorage::isPainted(const Gtk::TextBuffer::iterator& first,
+                               const Gtk::TextBuffer::iterator& last) const {
+    const TextRange range = codeUnits(first, last);
+    return !painted_.staleRange(range, runs_.overlapping(range));
+}
+
 void GtkTextStorage::paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) {
     const TextRange range = codeUnits(first, last);
     const std::vector<SyntaxSpan> wanted = runs_.overlapping(range);

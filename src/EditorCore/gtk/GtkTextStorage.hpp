@@ -62,6 +62,9 @@ public:
     /// What happened to the text since the last call.
     TextChange takeChange();
 
+    /// Whether the buffer shows the runs between the two places.
+    bool isPainted(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) const;
+
     /// Makes the buffer show the runs between the two places. Does nothing where it shows them already.
     void paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
 

@@ -2,6 +2,7 @@
 
 #include <glibmm/main.h>
 
+#include <algorithm>
 #include <chrono>
 
 namespace corvanta {
@@ -14,8 +15,17 @@ constexpr auto sliceTime = std::chrono::microseconds(1500);
 /// Height of what is painted between two looks at the clock, in pixels.
 constexpr int sliceHeight = 120;
 
-/// The most bytes that a line may have to be painted as a whole. Tags on one long line cost quadratic time.
+/// The most bytes that a line may have to be painted as a whole. Tags on one long line cost quadratic time,
+/// and each painting has all of it laid out anew.
 constexpr int longLine = 8192;
+
+/// How many characters of a long line are painted beyond those that are seen, so that not every key that
+/// moves the line's pieces up or down needs another painting.
+constexpr int sparePart = 400;
+
+bool isLong(const Gtk::TextBuffer::iterator& place) {
+    return place.get_bytes_in_line() > longLine;
+}
 
 } // namespace
 
@@ -70,12 +80,20 @@ void VisiblePainter::paintNeighbourhoodLater() {
 bool VisiblePainter::paintSlice() {
     const auto start = std::chrono::steady_clock::now();
     while (nextY_ < lastY_) {
-        paintLines(nextY_, sliceHeight);
+        if (!isLong(lineAt(nextY_)))
+            paintLines(nextY_, sliceHeight);
         nextY_ += sliceHeight;
         if (std::chrono::steady_clock::now() - start > sliceTime)
             return true;
     }
     return false;
+}
+
+Gtk::TextBuffer::iterator VisiblePainter::lineAt(int y) const {
+    Gtk::TextBuffer::iterator line;
+    int top = 0;
+    view_.get_line_at_y(line, y, top);
+    return line;
 }
 
 void VisiblePainter::paintLines(int y, int height) {
@@ -85,9 +103,15 @@ void VisiblePainter::paintLines(int y, int height) {
     Gtk::TextBuffer::iterator last;
     view_.get_iter_at_location(first, visible.get_x(), y);
     view_.get_iter_at_location(last, visible.get_x() + visible.get_width(), y + height);
-    if (first.get_bytes_in_line() <= longLine)
+    if (isLong(first) && isLong(last) && storage_.isPainted(first, last))
+        return;
+    if (isLong(first))
+        first.backward_chars(std::min(sparePart, first.get_line_offset()));
+    else
         first.set_line_offset(0);
-    if (last.get_bytes_in_line() <= longLine)
+    if (isLong(last))
+        last.forward_chars(std::min(sparePart, last.get_chars_in_line() - last.get_line_offset()));
+    else
         last.forward_to_line_end();
     storage_.paint(first, last);
 }

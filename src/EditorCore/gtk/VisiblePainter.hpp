@@ -27,6 +27,7 @@ private:
     void watchScrolling();
     void paintNeighbourhoodLater();
     bool paintSlice();
+    Gtk::TextBuffer::iterator lineAt(int y) const;
     void paintLines(int y, int height);
 
     Gtk::TextView& view_;

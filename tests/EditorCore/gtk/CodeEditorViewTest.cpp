@@ -72,6 +72,22 @@ protected:
         return colors;
     }
 
+    bool showsItsColors(int from, int count) {
+        const std::vector<std::string> expected = expectedColors();
+        for (int at = from; at < from + count; ++at) {
+            if (colorAt(at) != expected[static_cast<std::size_t>(at)])
+                return false;
+        }
+        return true;
+    }
+
+    static std::string longLine() {
+        std::string line;
+        while (line.size() < 40'000)
+            line += "<b class=\"x\">Wort</b> ";
+        return line;
+    }
+
     Keyboard keyboard;
     GLibMainQueue queue;
     Published<FindRequest> findRequest;
@@ -241,6 +257,27 @@ TEST_F(CodeEditorViewTest, PaintsWhatScrollingBringsIntoView) {
     // To a mark, which is reached however high the lines turn out to be.
     view->textView().scroll_to(buffer()->get_insert());
     EXPECT_TRUE(waitUntil([&] { return colorAt(lastTag) == "0b60c8"; }));
+}
+
+TEST_F(CodeEditorViewTest, PaintsOnlyWhatIsSeenOfALongLine) {
+    open(longLine());
+    const int end = buffer()->get_char_count() - 200;
+    ASSERT_TRUE(waitUntil([&] { return showsItsColors(0, 200); }));
+    EXPECT_FALSE(showsItsColors(end, 200));
+    buffer()->place_cursor(buffer()->end());
+    view->textView().scroll_to(buffer()->get_insert());
+    EXPECT_TRUE(waitUntil([&] { return showsItsColors(end, 200); }));
+}
+
+TEST_F(CodeEditorViewTest, ColoursWhatIsTypedIntoALongLine) {
+    open(longLine());
+    for (const char* key : {"less", "i", "greater"})
+        keyboard.press(key);
+    ASSERT_TRUE(waitUntil([&] { return model->text->string().starts_with("<i><b"); }));
+    EXPECT_TRUE(waitUntil([&] { return showsItsColors(0, 200); }));
+    keyboard.press("BackSpace");
+    ASSERT_TRUE(waitUntil([&] { return model->text->string().starts_with("<i<b"); }));
+    EXPECT_TRUE(waitUntil([&] { return showsItsColors(0, 200); }));
 }
 
 TEST_F(CodeEditorViewTest, ChangesColoursWithTheAppearanceWithoutColouringAnew) {

@@ -3,6 +3,7 @@
 #include <X11/XKBlib.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
+#include <gdk/gdk.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -59,6 +60,9 @@ void Keyboard::press(std::string_view keys) {
 }
 
 void Keyboard::press(std::vector<KeySym> symbols) {
+    // A hand is slower than what the last key brings about between the program and the display server.
+    if (GdkDisplay* display = gdk_display_get_default())
+        gdk_display_sync(display);
     const KeyCode code = XKeysymToKeycode(display_.get(), symbols.back());
     const bool shifted = XkbKeycodeToKeysym(display_.get(), code, 0, 0) != symbols.back() &&
                          XkbKeycodeToKeysym(display_.get(), code, 0, 1) == symbols.back();
