@@ -106,6 +106,16 @@ public:
         return result;
     }
 
+    /// Has every match of `text` searched for from now on, and anew after each pause in the typing.
+    void search(const std::string& text) {
+        textView().performFindPanelAction(FindPanelAction::showFindPanel);
+        findRequest_ = FindRequest{text};
+        textView().grab_focus();
+        runUntil([this] { return textView().has_focus(); });
+    }
+
+    bool isSearching() const { return view_->findBar().status().ends_with("…"); }
+
     /// Scrolls a page with every frame, from the top to the end. The most frames one after another in which a
     /// line was seen without its colours.
     int scrollThrough() {
@@ -192,6 +202,24 @@ void measureKeys(const std::string& page) {
     fmt::print("| scrolling through | {} frames without colours | | |\n", pane.scrollThrough());
 }
 
+void measureSearching(const std::string& page) {
+    Pane pane(page);
+    Samples calm;
+    Samples searching;
+    pane.putCaret(0);
+    for (int i = 0; i < 30; ++i)
+        calm.add(pane.press(XK_x).toFrame);
+    pane.search("e");
+    for (int i = 0; i < 30; ++i) {
+        runUntil([&] { return pane.isSearching(); });
+        // In the midst of it.
+        letPass(10ms);
+        searching.add(pane.press(XK_x).toFrame);
+    }
+    printRow("a letter", calm);
+    printRow("a letter while the page is searched", searching);
+}
+
 void measureLongLine() {
     std::string line;
     while (line.size() < 100'000)
@@ -244,6 +272,7 @@ void measure(const std::string& page) {
     fmt::print("| {:.1f} MB | median | 95th percentile | longest |\n|---|--:|--:|--:|\n",
                static_cast<double>(page.size()) / 1e6);
     measureKeys(page);
+    measureSearching(page);
     measureLongLine();
     measureReformatting(page);
 }
