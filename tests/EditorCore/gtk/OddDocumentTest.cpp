@@ -1,0 +1,72 @@
+#include "CodePaneFixture.hpp"
+
+namespace corvanta {
+namespace {
+
+using namespace std::string_literals;
+
+/// Documents that are no usual pages.
+struct OddText {
+    const char* name;
+    std::string text;
+};
+
+class OddDocumentsTest : public CodePaneFixture, public testing::WithParamInterface<OddText> {};
+
+TEST_P(OddDocumentsTest, KeepsEveryByteThatWasNotTouched) {
+    const std::string& text = GetParam().text;
+    open(text);
+    EXPECT_EQ(view->textView().text(), text);
+    keyboard.press("Control+End");
+    keyboard.type("x");
+    ASSERT_TRUE(waitUntil([&] { return *model->text == text + "x"; }));
+    keyboard.press("Control+Home");
+    keyboard.type("y");
+    ASSERT_TRUE(waitUntil([&] { return *model->text == "y" + text + "x"; }));
+    keyboard.press("Control+z");
+    keyboard.press("Control+z");
+    EXPECT_TRUE(waitUntil([&] { return *model->text == text; }));
+}
+
+std::string manyLines() {
+    std::string text;
+    for (int line = 0; line < 200'000; ++line)
+        text += "<b>x\n";
+    return text;
+}
+
+INSTANTIATE_TEST_SUITE_P(Odd, OddDocumentsTest,
+                         testing::Values(OddText{"Nul", "a\0b\n\0"s}, OddText{"LoneCR", "a\rb\r\rc"},
+                                         OddText{"LineSeparators", "a\u2028b\u2029c\u0085d\u000Be\u000Cf"},
+                                         OddText{"MixedLineEnds", "a\r\nb\nc\rd\n\r\n"},
+                                         OddText{"Bidirectional", "<p>שלום \u202Eabc\u202C עולם</p>"},
+                                         OddText{"Noncharacters", "\uFFFE\uFFFF\uFFFC\uFEFF\U0010FFFF"},
+                                         OddText{"Combining", "e\u0301 👩‍👧 \u0301"},
+                                         OddText{"ManyLines", manyLines()}),
+                         [](const auto& parameter) { return parameter.param.name; });
+
+class OddDocumentTest : public CodePaneFixture {};
+
+TEST_F(OddDocumentTest, KeepsALineOfAMegabyte) {
+    std::string text;
+    while (text.size() < 1'000'000)
+        text += "<b c=\"d\">x</b>";
+    open(text);
+    EXPECT_EQ(view->textView().text(), text);
+    view->textView().insertText("x", {500'000, 0});
+    EXPECT_TRUE(becomes(text.substr(0, 500'000) + "x" + text.substr(500'000)));
+}
+
+TEST_F(OddDocumentTest, ShowsNulThatIsPutIntoATextWithoutOne) {
+    open("ab");
+    model->text = SharedText("a\0b"s);
+    keyboard.press("Control+End");
+    keyboard.type("x");
+    ASSERT_TRUE(becomes("a\0bx"s));
+    keyboard.press("Control+z");
+    keyboard.press("Control+z");
+    ASSERT_TRUE(becomes("ab"));
+}
+
+} // namespace
+} // namespace corvanta
