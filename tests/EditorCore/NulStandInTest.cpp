@@ -27,5 +27,17 @@ TEST(NulStandIn, TakesACharacterThatTheTextDoesNotHold) {
     EXPECT_EQ(standIn.meant(shown), text);
 }
 
+TEST(NulStandIn, CanShowNoNulWhereTheTextHasNone) {
+    const NulStandIn standIn("a");
+    EXPECT_TRUE(standIn.canShow("b ␀"));
+    EXPECT_FALSE(standIn.canShow("b\0"s));
+}
+
+TEST(NulStandIn, CannotShowTheCharacterThatStandsForNul) {
+    const NulStandIn standIn("a\0"s);
+    EXPECT_TRUE(standIn.canShow("b\0c"s));
+    EXPECT_FALSE(standIn.canShow("b␀"));
+}
+
 } // namespace
 } // namespace corvanta

@@ -74,6 +74,22 @@ TEST(SharedText, HoldsNul) {
     EXPECT_FALSE(SharedText("ab").contains('\0'));
 }
 
+TEST(SharedText, StaysWholeWhenLittleIsLeftOfItsFirstAndItsLastPart) {
+    std::string expected(200'000, 'x');
+    for (std::size_t at = 0; at < expected.size(); at += 7)
+        expected[at] = static_cast<char>('a' + at % 26);
+    SharedText text(expected);
+    const auto erase = [&](std::size_t first, std::size_t last) {
+        expected.erase(first, last - first);
+        text.replace(static_cast<std::int64_t>(first), static_cast<std::int64_t>(last), "");
+        EXPECT_EQ(text, expected);
+        EXPECT_EQ(text.end().byte, static_cast<std::int64_t>(expected.size()));
+    };
+    erase(10, 90'000);
+    erase(20'000, expected.size() - 10);
+    erase(0, expected.size());
+}
+
 TEST(SharedText, TellsWhatTwoTextsHaveInCommon) {
     const auto change = [](const std::string& before, const std::string& after) {
         const TextChange found = SharedText::change(before, after);
