@@ -184,8 +184,11 @@ void DocumentWindows::chooseFileToOpen() {
         if (response != GTK_RESPONSE_ACCEPT)
             return;
         const auto files = fileChooser_->get_files();
-        for (guint i = 0; i < files->get_n_items(); ++i)
-            openDocument(std::dynamic_pointer_cast<Gio::File>(files->get_object(i))->get_path());
+        for (guint i = 0; i < files->get_n_items(); ++i) {
+            // Not through gtkmm's list, which makes nothing of a local file: it knows the interface only.
+            auto* file = static_cast<GFile*>(g_list_model_get_item(files->gobj(), i));
+            openDocument(Glib::wrap(file)->get_path());
+        }
     });
     fileChooser_->show();
 }
