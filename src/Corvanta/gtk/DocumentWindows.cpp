@@ -22,6 +22,12 @@ constexpr std::uintmax_t largeFile = 64U * 1024U * 1024U;
 constexpr const char* nextWindow = "next-window";
 constexpr const char* previousWindow = "previous-window";
 
+/// Who dies right after the first key has a journal that the session does not know yet.
+bool belongsTo(const WaitingJournal& journal, const Session::Window& window) {
+    return journal.name() == window.journal ||
+           (window.file && journal.head() && journal.head()->file == window.file);
+}
+
 } // namespace
 
 DocumentWindows::DocumentWindows(Gtk::Application& application, const DocumentServices& documents,
@@ -74,7 +80,7 @@ void DocumentWindows::restore(const Session& lastSession, Restoration restoratio
     std::vector<WaitingJournal> journals = controller_.waitingJournals();
     for (const Session::Window& state : lastSession.windows) {
         const auto journal = std::ranges::find_if(
-            journals, [&](const WaitingJournal& waiting) { return waiting.name() == state.journal; });
+            journals, [&](const WaitingJournal& waiting) { return belongsTo(waiting, state); });
         if (journal != journals.end()) {
             restore(*journal, &state, lastSession.hasEndedWell);
             journals.erase(journal);
