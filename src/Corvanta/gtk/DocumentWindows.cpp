@@ -22,6 +22,12 @@ constexpr std::uintmax_t largeFile = 64U * 1024U * 1024U;
 constexpr const char* nextWindow = "next-window";
 constexpr const char* previousWindow = "previous-window";
 
+/// Who dies right after the first key has a journal that the session does not know yet.
+bool belongsTo(const WaitingJournal& journal, const Session::Window& window) {
+    return journal.name() == window.journal ||
+           (window.file && journal.head() && journal.head()->file == window.file);
+}
+
 } // namespace
 
 DocumentWindows::DocumentWindows(Gtk::Application& application, const DocumentServices& documents,
@@ -74,7 +80,7 @@ void DocumentWindows::restore(const Session& lastSession, Restoration restoratio
     std::vector<WaitingJournal> journals = controller_.waitingJournals();
     for (const Session::Window& state : lastSession.windows) {
         const auto journal = std::ranges::find_if(
-            journals, [&](const WaitingJournal& waiting) { return waiting.name() == state.journal; });
+            journals, [&](const WaitingJournal& waiting) { return belongsTo(waiting, state); });
         if (journal != journals.end()) {
             restore(*journal, &state, lastSession.hasEndedWell);
             journals.erase(journal);
@@ -184,8 +190,11 @@ void DocumentWindows::chooseFileToOpen() {
         if (response != GTK_RESPONSE_ACCEPT)
             return;
         const auto files = fileChooser_->get_files();
-        for (guint i = 0; i < files->get_n_items(); ++i)
-            openDocument(std::dynamic_pointer_cast<Gio::File>(files->get_object(i))->get_path());
+        for (guint i = 0; i < files->get_n_items(); ++i) {
+            // Not through gtkmm's list, which makes nothing of a local file: it knows the interface only.
+            auto* file = static_cast<GFile*>(g_list_model_get_item(files->gobj(), i));
+            openDocument(Glib::wrap(file)->get_path());
+        }
     });
     fileChooser_->show();
 }

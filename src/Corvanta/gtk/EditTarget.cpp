@@ -104,8 +104,9 @@ GtkWidget* EditTarget::target() const {
 
 bool EditTarget::hasSelection() const {
     GtkWidget* target = this->target();
-    if (target == GTK_WIDGET(text_.gobj()))
-        return text_.get_buffer()->get_has_selection();
+    // Not only the document's text: the toolkit has text views of its own in a window.
+    if (GTK_IS_TEXT_VIEW(target))
+        return gtk_text_buffer_get_has_selection(gtk_text_view_get_buffer(GTK_TEXT_VIEW(target))) != FALSE;
     if (GTK_IS_TEXT(target))
         return gtk_editable_get_selection_bounds(GTK_EDITABLE(target), nullptr, nullptr) != FALSE;
     WebKitEditorState* page = webkit_web_view_get_editor_state(WEBKIT_WEB_VIEW(target));

@@ -8,7 +8,8 @@ namespace corvanta {
 
 namespace {
 
-constexpr int spacing = 6;
+/// In characters; what is shorter is hard to read.
+constexpr int leastFieldWidth = 12;
 
 /// Calls `widget` by `text`, for eyes and for screen readers.
 void name(Gtk::Widget& widget, const std::string& text) {
@@ -45,20 +46,21 @@ void FindBar::build() {
         button->set_focus_on_click(false);
     for (Gtk::Entry* entry : {&find_, &replace_}) {
         entry->set_hexpand(true);
+        entry->set_width_chars(leastFieldWidth);
         entry->set_input_hints(Gtk::InputHints::NO_SPELLCHECK);
     }
     updateLanguage();
     // Wide enough for the counts of a long text, so that the row does not jump while they grow.
     status_.set_width_chars(16);
 
-    auto* findRow = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, spacing);
-    for (Gtk::Widget* widget : std::initializer_list<Gtk::Widget*>{
-             &find_, &status_, &matchesCase_, &isRegularExpression_, &previous_, &next_, &close_})
-        findRow->append(*widget);
-    replaceRow_.set_spacing(spacing);
-    for (Gtk::Widget* widget : std::initializer_list<Gtk::Widget*>{&replace_, &replaceOne_, &replaceAll_})
-        replaceRow_.append(*widget);
-    append(*findRow);
+    for (Gtk::Widget* widget : std::initializer_list<Gtk::Widget*>{&find_, &status_})
+        fieldAndStatus_.append(*widget);
+    for (Gtk::Widget* widget : std::initializer_list<Gtk::Widget*>{&matchesCase_, &isRegularExpression_,
+                                                                   &previous_, &next_, &close_})
+        buttons_.append(*widget);
+    for (Gtk::Widget* widget : std::initializer_list<Gtk::Widget*>{&replaceOne_, &replaceAll_})
+        replaceButtons_.append(*widget);
+    append(findRow_);
     append(replaceRow_);
 
     find_.signal_changed().connect([this] { searchForEntry(); });
@@ -162,6 +164,9 @@ void FindBar::showStatus() {
         find_.add_css_class("error");
     else
         find_.remove_css_class("error");
+    // A button that cannot be pressed any more would keep the keyboard from everything.
+    if (!finds && (replaceOne_.has_focus() || replaceAll_.has_focus()))
+        replace_.grab_focus();
     replaceOne_.set_sensitive(finds);
     replaceAll_.set_sensitive(finds);
 }

@@ -7,6 +7,7 @@
 #include "Platform/MainQueue.hpp"
 #include "Platform/Published.hpp"
 #include "Platform/Subscription.hpp"
+#include "Platform/gtk/WrappingRow.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -49,17 +50,23 @@ private:
     FindSession session_;
     FoundMarks marks_;
 
+    static constexpr int spacing = 6;
+
+    Gtk::Box fieldAndStatus_{Gtk::Orientation::HORIZONTAL, spacing};
     Gtk::Entry find_;
     Gtk::Label status_;
+    Gtk::Box buttons_{Gtk::Orientation::HORIZONTAL, spacing};
     Gtk::ToggleButton matchesCase_{"Aa"};
     Gtk::ToggleButton isRegularExpression_{".*"};
     Gtk::Button previous_;
     Gtk::Button next_;
     Gtk::Button close_;
-    Gtk::Box replaceRow_{Gtk::Orientation::HORIZONTAL};
+    WrappingRow findRow_{fieldAndStatus_, buttons_, spacing};
     Gtk::Entry replace_;
+    Gtk::Box replaceButtons_{Gtk::Orientation::HORIZONTAL, spacing};
     Gtk::Button replaceOne_;
     Gtk::Button replaceAll_;
+    WrappingRow replaceRow_{replace_, replaceButtons_, spacing};
 
     /// True only while the bar shows what another window searches for.
     bool isShowingRequest_ = false;

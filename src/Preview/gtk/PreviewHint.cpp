@@ -6,28 +6,38 @@
 
 namespace corvanta {
 
+namespace {
+
+/// In characters; a text that breaks more often is hard to read.
+constexpr int leastLine = 24;
+
+} // namespace
+
 PreviewHint::PreviewHint(PreviewFolderAccess& access)
-    : Gtk::Box(Gtk::Orientation::HORIZONTAL, 8), grantedFolders_(access) {
+    : Gtk::Box(Gtk::Orientation::HORIZONTAL), grantedFolders_(access) {
     symbol_.set_from_icon_name("image-x-generic-symbolic");
     for (Gtk::Label* label : {&text_, &missing_}) {
         label->set_xalign(0);
         label->set_wrap(true);
         label->set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+        label->set_width_chars(leastLine);
         label->add_css_class("schrift-klein");
         label->add_css_class("dim-label");
         lines_.append(*label);
     }
     lines_.set_hexpand(true);
+    row_.set_hexpand(true);
     lines_.set_valign(Gtk::Align::CENTER);
     grantButton_.set_valign(Gtk::Align::CENTER);
     grantedFolders_.set_valign(Gtk::Align::CENTER);
 
     symbol_.add_css_class("dim-label");
     set_margin(6);
-    append(symbol_);
-    append(lines_);
-    append(grantButton_);
-    append(grantedFolders_);
+    message_.append(symbol_);
+    message_.append(lines_);
+    buttons_.append(grantButton_);
+    buttons_.append(grantedFolders_);
+    append(row_);
     set_visible(false);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/gtk/WrappingRow.hpp"
 #include "Preview/PreviewPane.hpp"
 #include "Preview/gtk/GrantedFolders.hpp"
 
@@ -26,12 +27,17 @@ public:
     Gtk::Button& grantButton() { return grantButton_; }
 
 private:
+    static constexpr int spacing = 8;
+
+    Gtk::Box message_{Gtk::Orientation::HORIZONTAL, spacing};
     Gtk::Image symbol_;
     Gtk::Box lines_{Gtk::Orientation::VERTICAL};
     Gtk::Label text_;
     Gtk::Label missing_;
+    Gtk::Box buttons_{Gtk::Orientation::HORIZONTAL, spacing};
     Gtk::Button grantButton_;
     GrantedFolders grantedFolders_;
+    WrappingRow row_{message_, buttons_, spacing};
 };
 
 } // namespace corvanta

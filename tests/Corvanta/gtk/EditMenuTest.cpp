@@ -167,6 +167,16 @@ TEST_F(EditMenuTest, CutsAndPastesInThePreviewByKeys) {
     EXPECT_TRUE(waitUntil([&] { return text(window) == "<p>nsei</p>"; })) << text(window);
 }
 
+TEST_F(EditMenuTest, StandsTheKeyboardGoingRoundTheWindow) {
+    DocumentWindow& window = openInPreview("<p>eins <a href=x>zwei</a></p>", "eins zwei");
+    constexpr int surelyRound = 12;
+    for (int stop = 0; stop < surelyRound; ++stop) {
+        keyboard.press("Control+Tab");
+        letKeysArrive(window);
+    }
+    EXPECT_TRUE(window.is_active());
+}
+
 TEST_F(EditMenuTest, ActsInTheFindFieldWhenTheKeyboardIsThere) {
     folder.write("index.html", "eins");
     DocumentWindow& window = open(folder / "index.html");

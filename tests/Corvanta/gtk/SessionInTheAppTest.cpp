@@ -72,6 +72,18 @@ TEST_F(SessionInTheAppTest, BringsBackTheUnsavedTextOfAFileAndSaysSo) {
     EXPECT_EQ(journalCount(), 0U);
 }
 
+TEST_F(SessionInTheAppTest, BringsBackInItsOwnWindowATextOfWhichTheSessionDoesNotKnowYet) {
+    folder.write("index.html", "x");
+    leaveJournalBehind(folder / "index.html");
+    Session session;
+    session.windows.emplace_back().file = folder / "index.html";
+    app->documentWindows().restore(session, Restoration::everything);
+    answer(Gtk::ResponseType::OK);
+    EXPECT_EQ(text(activeWindow()), "verloren");
+    EXPECT_EQ(activeWindow().get_title(), "• index.html – Corvanta");
+    EXPECT_EQ(app->get_windows().size(), 1U);
+}
+
 TEST_F(SessionInTheAppTest, BringsBackATextThatWasNeverInAFile) {
     leaveJournalBehind(std::nullopt);
     app->documentWindows().restore({}, Restoration::everything);

@@ -65,6 +65,23 @@ TEST_F(FindInPaneTest, ReplacesInTheTextThroughTheBar) {
     ASSERT_TRUE(becomes("x b a"));
 }
 
+TEST_F(FindInPaneTest, KeepsTheKeyboardInTheBarWhenThereIsNothingLeftToReplace) {
+    open("a b a");
+    model->showReplaceBar();
+    keyboard.type("a");
+    ASSERT_TRUE(says("1 von 2"));
+    for (int control = 0; control < 6; ++control)
+        keyboard.press("Tab");
+    keyboard.type("x");
+    for (int control = 0; control < 2; ++control)
+        keyboard.press("Tab");
+    keyboard.press("space");
+    ASSERT_TRUE(becomes("x b x"));
+    ASSERT_TRUE(says("Keine Treffer"));
+    keyboard.press("Escape");
+    EXPECT_TRUE(waitUntil([&] { return !view->findBar().get_visible(); }));
+}
+
 TEST_F(FindInPaneTest, MarksTheMatchesThatAreOnScreen) {
     std::string text;
     for (int line = 0; line < 500; ++line)

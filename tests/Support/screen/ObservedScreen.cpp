@@ -29,7 +29,16 @@ ObservedScreen::~ObservedScreen() {
 }
 
 std::optional<Window> ObservedScreen::firstWindow() {
-    const Atom property = XInternAtom(display_, "_NET_CLIENT_LIST", False);
+    return firstIn("_NET_CLIENT_LIST");
+}
+
+std::optional<Window> ObservedScreen::activeWindow() {
+    return firstIn("_NET_ACTIVE_WINDOW");
+}
+
+/// The first window in a property that the window manager keeps.
+std::optional<Window> ObservedScreen::firstIn(const char* name) {
+    const Atom property = XInternAtom(display_, name, False);
     Atom type = 0;
     int format = 0;
     unsigned long count = 0;
@@ -42,7 +51,8 @@ std::optional<Window> ObservedScreen::firstWindow() {
         return std::nullopt;
     Window window = 0;
     std::copy_n(data, sizeof window, reinterpret_cast<unsigned char*>(&window));
-    return window;
+    // The window manager names window 0 when none is active.
+    return window == 0 ? std::nullopt : std::optional(window);
 }
 
 Rectangle ObservedScreen::area(Window window) {

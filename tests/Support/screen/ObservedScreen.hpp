@@ -33,6 +33,9 @@ public:
     /// The first window that the window manager lists, or nothing.
     std::optional<Window> firstWindow();
 
+    /// The window that has the keyboard, or nothing.
+    std::optional<Window> activeWindow();
+
     /// Where the inside of a window is on the screen.
     Rectangle area(Window window);
 
@@ -57,6 +60,7 @@ public:
     void click(int x, int y);
 
 private:
+    std::optional<Window> firstIn(const char* name);
     void sendKey(KeySym key, bool isDown);
 
     Display* display_;
