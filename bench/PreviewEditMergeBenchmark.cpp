@@ -59,7 +59,7 @@ BENCHMARK(BM_MergePartOfAText)->Arg(small)->Arg(large)->Arg(largest);
 BENCHMARK(BM_MergeRepeatedText)->Arg(small)->Arg(large)->Arg(largest);
 BENCHMARK(BM_RefuseUnknownText)->Arg(small)->Arg(large)->Arg(largest);
 
-/// Pages of one part, and a text that is sought in vain.
+/// Pages of one part, and a text that they do not hold.
 struct Page {
     std::string_view name;
     std::string_view part;
@@ -81,6 +81,10 @@ constexpr std::array pages{Page{"German", "<p>Die Größe der Straße überrasch
                            Page{"values", "<a b=\"", "a"},
                            Page{"comments", "<!--", "a"},
                            Page{"accents", "<\u0338", "a"},
+                           Page{"empty tags", "<>", "a"},
+                           Page{"rare ideographs", "<p>\U00020000\U00020001</p>", "\U00020001"},
+                           Page{"vowel points", "<p>مَرْحَبًا</p>", "سَلَام"},
+                           Page{"other forms", "\u212A", "K\u0301"},
                            Page{"one letter", "a", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaab"}};
 
 void BM_RefuseInPagesOf(benchmark::State& state) {
@@ -89,10 +93,34 @@ void BM_RefuseInPagesOf(benchmark::State& state) {
     merge(state, page.text, "x", 0, 1, repeated(page.part, static_cast<std::size_t>(state.range(1))));
 }
 
-BENCHMARK(BM_RefuseInPagesOf)
-    ->ArgsProduct({benchmark::CreateDenseRange(0, static_cast<std::int64_t>(pages.size()) - 1, 1),
-                   {static_cast<std::int64_t>(small), static_cast<std::int64_t>(large),
-                    static_cast<std::int64_t>(largest)}});
+/// The page's text stands `count` times before it, each time between tags, and the last one is edited.
+void mergeInPage(benchmark::State& state, std::size_t count) {
+    const Page& page = pages[static_cast<std::size_t>(state.range(0))];
+    state.SetLabel(std::string(page.name));
+    const std::string paragraph = "<p>" + std::string(page.text) + "</p>";
+    const std::string source = repeated(paragraph, paragraph.size() * count) +
+                               repeated(page.part, static_cast<std::size_t>(state.range(1)));
+    const auto total = static_cast<std::int64_t>(count);
+    merge(state, page.text, std::string(page.text) + "x", total - 1, total, source);
+}
+
+void BM_MergeUniqueTextInPagesOf(benchmark::State& state) {
+    mergeInPage(state, 1);
+}
+
+void BM_MergeRepeatedTextInPagesOf(benchmark::State& state) {
+    mergeInPage(state, 100);
+}
+
+void forEveryPage(benchmark::internal::Benchmark* benchmark) {
+    benchmark->ArgsProduct({benchmark::CreateDenseRange(0, static_cast<std::int64_t>(pages.size()) - 1, 1),
+                            {static_cast<std::int64_t>(small), static_cast<std::int64_t>(large),
+                             static_cast<std::int64_t>(largest)}});
+}
+
+BENCHMARK(BM_RefuseInPagesOf)->Apply(forEveryPage);
+BENCHMARK(BM_MergeUniqueTextInPagesOf)->Apply(forEveryPage);
+BENCHMARK(BM_MergeRepeatedTextInPagesOf)->Apply(forEveryPage);
 
 } // namespace
 
