@@ -14,17 +14,16 @@ std::size_t nextAlone(char character, std::string_view source, std::size_t offse
     return offset == std::string_view::npos ? source.size() : offset;
 }
 
-/// Whether `sign` (ASCII) stands at `offset` with nothing that joins it: it can only be joined at its ends.
-bool standsAt(std::size_t offset, std::string_view sign, std::string_view source) {
-    return source.substr(offset).starts_with(sign) && Graphemes::isAlone(source, offset) &&
-           Graphemes::isAlone(source, offset + sign.size() - 1);
+/// Whether nothing joins the sign (ASCII) of `size` bytes at `offset`: it can only be joined at its ends.
+bool isSignAlone(std::string_view source, std::size_t offset, std::size_t size) {
+    return Graphemes::isAlone(source, offset) && Graphemes::isAlone(source, offset + size - 1);
 }
 
 std::size_t endOfComment(std::string_view source, std::size_t offset) {
     constexpr std::string_view closing = "-->";
     // Looks at the place of the ">" first: at anything else than a "-" there, all three places are passed by.
     for (std::size_t last = offset + 2; last < source.size(); last += source[last] == '-' ? 1U : 3U) {
-        if (source[last] == '>' && standsAt(last - 2, closing, source))
+        if (source.substr(last - 2).starts_with(closing) && isSignAlone(source, last - 2, closing.size()))
             return last + 1;
     }
     return source.size();
@@ -46,7 +45,7 @@ std::size_t endOfTag(std::string_view source, std::size_t offset) {
 /// `offset` is that of a "<".
 std::size_t endOfMarkup(std::string_view source, std::size_t offset) {
     constexpr std::string_view comment = "<!--";
-    if (standsAt(offset, comment, source))
+    if (source.substr(offset).starts_with(comment) && isSignAlone(source, offset, comment.size()))
         return endOfComment(source, offset + comment.size());
     return endOfTag(source, offset + 1);
 }
