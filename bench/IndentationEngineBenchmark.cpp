@@ -1,5 +1,5 @@
 #include "EditorCore/IndentationEngine.hpp"
-#include "RealPages.hpp"
+#include "RealPieces.hpp"
 
 #include <benchmark/benchmark.h>
 
@@ -11,14 +11,11 @@ namespace corvanta {
 
 namespace {
 
-void indent(benchmark::State& state, const std::string& text) {
-    for ([[maybe_unused]] auto iteration : state)
-        benchmark::DoNotOptimize(IndentationEngine::indentForNewLine(text));
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
-}
-
 void BM_IndentInRealPages(benchmark::State& state) {
-    indent(state, RealPages::text(static_cast<std::size_t>(state.range(0))));
+    RealPieces pieces(static_cast<std::size_t>(state.range(0)));
+    for ([[maybe_unused]] auto iteration : state)
+        benchmark::DoNotOptimize(IndentationEngine::indentForNewLine(pieces.next()));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
 /// Text that is made to hurt: a start, and a part that is repeated to the wanted size.
@@ -41,7 +38,9 @@ void BM_IndentInHostileText(benchmark::State& state) {
     std::string text(hostile.start);
     while (text.size() < static_cast<std::size_t>(state.range(1)))
         text += hostile.part;
-    indent(state, text);
+    for ([[maybe_unused]] auto iteration : state)
+        benchmark::DoNotOptimize(IndentationEngine::indentForNewLine(text));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
     state.SetLabel(std::string(hostile.start) + " " + std::string(hostile.part));
 }
 

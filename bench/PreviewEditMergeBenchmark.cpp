@@ -1,5 +1,5 @@
 #include "EditorCore/PreviewEditMerge.hpp"
-#include "RealPages.hpp"
+#include "RealPieces.hpp"
 
 #include <benchmark/benchmark.h>
 
@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvanta {
 
@@ -23,8 +24,21 @@ void merge(benchmark::State& state, std::string_view before, std::string_view af
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(source.size()));
 }
 
-std::string realPage(const benchmark::State& state) {
-    return RealPages::text(static_cast<std::size_t>(state.range(0)));
+/// The same with another piece of real pages each time, behind `start`.
+void mergeInRealPages(benchmark::State& state, std::string_view before, std::string_view after,
+                      std::int64_t occurrence, std::int64_t total, std::string_view start) {
+    const auto size = static_cast<std::size_t>(state.range(0));
+    RealPieces pieces(size);
+    std::vector<std::string> sources(largest / size);
+    for (std::string& source : sources)
+        source.append(start).append(pieces.next());
+    std::size_t next = 0;
+    for ([[maybe_unused]] auto iteration : state) {
+        benchmark::DoNotOptimize(
+            PreviewEditMerge::applyTextEdit(before, after, occurrence, total, sources[next]));
+        next = (next + 1) % sources.size();
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(start.size() + size));
 }
 
 std::string repeated(std::string_view part, std::size_t size) {
@@ -35,23 +49,21 @@ std::string repeated(std::string_view part, std::size_t size) {
 }
 
 void BM_MergeUniqueText(benchmark::State& state) {
-    merge(state, "Ein Satz.", "Ein neuer Satz.", 0, 1, "<p>Ein Satz.</p>" + realPage(state));
+    mergeInRealPages(state, "Ein Satz.", "Ein neuer Satz.", 0, 1, "<p>Ein Satz.</p>");
 }
 
 /// The second search, for a part of a text, is needed.
 void BM_MergePartOfAText(benchmark::State& state) {
-    merge(state, "Ein Satz.", "Ein neuer Satz.", 0, 1, "<p>Hier: Ein Satz. </p>" + realPage(state));
+    mergeInRealPages(state, "Ein Satz.", "Ein neuer Satz.", 0, 1, "<p>Hier: Ein Satz. </p>");
 }
 
 void BM_MergeRepeatedText(benchmark::State& state) {
     const std::string text = "<p>Ein Satz.</p>";
-    std::string source = realPage(state);
-    source.insert(0, repeated(text, text.size() * 100));
-    merge(state, "Ein Satz.", "Ein neuer Satz.", 70, 100, source);
+    mergeInRealPages(state, "Ein Satz.", "Ein neuer Satz.", 70, 100, repeated(text, text.size() * 100));
 }
 
 void BM_RefuseUnknownText(benchmark::State& state) {
-    merge(state, "Ein Satz, den es nirgends gibt.", "x", 0, 1, realPage(state));
+    mergeInRealPages(state, "Ein Satz, den es nirgends gibt.", "x", 0, 1, "");
 }
 
 BENCHMARK(BM_MergeUniqueText)->Arg(small)->Arg(large)->Arg(largest);
@@ -59,7 +71,7 @@ BENCHMARK(BM_MergePartOfAText)->Arg(small)->Arg(large)->Arg(largest);
 BENCHMARK(BM_MergeRepeatedText)->Arg(small)->Arg(large)->Arg(largest);
 BENCHMARK(BM_RefuseUnknownText)->Arg(small)->Arg(large)->Arg(largest);
 
-/// Pages of one part, and a text that is sought in vain.
+/// Pages of one part, and a text that they do not hold.
 struct Page {
     std::string_view name;
     std::string_view part;
@@ -81,6 +93,10 @@ constexpr std::array pages{Page{"German", "<p>Die Größe der Straße überrasch
                            Page{"values", "<a b=\"", "a"},
                            Page{"comments", "<!--", "a"},
                            Page{"accents", "<\u0338", "a"},
+                           Page{"empty tags", "<>", "a"},
+                           Page{"rare ideographs", "<p>\U00020000\U00020001</p>", "\U00020001"},
+                           Page{"vowel points", "<p>مَرْحَبًا</p>", "سَلَام"},
+                           Page{"other forms", "\u212A", "K\u0301"},
                            Page{"one letter", "a", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaab"}};
 
 void BM_RefuseInPagesOf(benchmark::State& state) {
@@ -89,10 +105,34 @@ void BM_RefuseInPagesOf(benchmark::State& state) {
     merge(state, page.text, "x", 0, 1, repeated(page.part, static_cast<std::size_t>(state.range(1))));
 }
 
-BENCHMARK(BM_RefuseInPagesOf)
-    ->ArgsProduct({benchmark::CreateDenseRange(0, static_cast<std::int64_t>(pages.size()) - 1, 1),
-                   {static_cast<std::int64_t>(small), static_cast<std::int64_t>(large),
-                    static_cast<std::int64_t>(largest)}});
+/// The page's text stands `count` times before it, each time between tags, and the last one is edited.
+void mergeInPage(benchmark::State& state, std::size_t count) {
+    const Page& page = pages[static_cast<std::size_t>(state.range(0))];
+    state.SetLabel(std::string(page.name));
+    const std::string paragraph = "<p>" + std::string(page.text) + "</p>";
+    const std::string source = repeated(paragraph, paragraph.size() * count) +
+                               repeated(page.part, static_cast<std::size_t>(state.range(1)));
+    const auto total = static_cast<std::int64_t>(count);
+    merge(state, page.text, std::string(page.text) + "x", total - 1, total, source);
+}
+
+void BM_MergeUniqueTextInPagesOf(benchmark::State& state) {
+    mergeInPage(state, 1);
+}
+
+void BM_MergeRepeatedTextInPagesOf(benchmark::State& state) {
+    mergeInPage(state, 100);
+}
+
+void forEveryPage(benchmark::internal::Benchmark* benchmark) {
+    benchmark->ArgsProduct({benchmark::CreateDenseRange(0, static_cast<std::int64_t>(pages.size()) - 1, 1),
+                            {static_cast<std::int64_t>(small), static_cast<std::int64_t>(large),
+                             static_cast<std::int64_t>(largest)}});
+}
+
+BENCHMARK(BM_RefuseInPagesOf)->Apply(forEveryPage);
+BENCHMARK(BM_MergeUniqueTextInPagesOf)->Apply(forEveryPage);
+BENCHMARK(BM_MergeRepeatedTextInPagesOf)->Apply(forEveryPage);
 
 } // namespace
 

@@ -20,10 +20,10 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -53,8 +53,6 @@ struct Operation {
     Pass pass;
 };
 
-/// The tokenizer's passes write their spans over those of the pass before, so that only the first one pays
-/// for the list's memory and the others show what the tokenizing takes.
 std::optional<Operation> operationNamed(std::string_view name, const std::string& bytes,
                                         std::string_view opener) {
     if (name == "decode")
@@ -69,11 +67,13 @@ std::optional<Operation> operationNamed(std::string_view name, const std::string
                              return corvanta::IndentationEngine::indentForNewLine(text).size();
                          }};
     if (name == "tokens")
-        return Operation{"spans",
-                         [text = std::move(text), spans = std::vector<corvanta::SyntaxSpan>()]() mutable {
-                             corvanta::SyntaxTokenizer::tokenize(text, spans);
-                             return spans.size();
-                         }};
+        return Operation{
+            "spans", [text = std::move(text)] {
+                std::size_t count = 0;
+                corvanta::SyntaxTokenizer::tokenize(
+                    text, [&count](std::span<const corvanta::SyntaxSpan> spans) { count += spans.size(); });
+                return count;
+            }};
     return std::nullopt;
 }
 

@@ -19,14 +19,13 @@ std::optional<char32_t> onlyCodePoint(std::string_view text) {
     return first.size == text.size() ? std::optional(first.value) : std::nullopt;
 }
 
-/// The code of a character that needs no canonical form to tell it.
-std::optional<char32_t> plainCode(std::string_view grapheme) {
-    if (const auto character = onlyCodePoint(grapheme); character && CharacterCodes::isOwnCode(*character))
-        return character;
+/// The code of a character that needs no canonical form to tell it; `unknown` for any other.
+char32_t plainCode(std::string_view grapheme) {
+    const auto first = Utf8Character::first(grapheme);
+    if (first.size == grapheme.size() && CharacterCodes::isOwnCode(first.value))
+        return first.value;
     // It is its own canonical form, and files of some systems are full of it.
-    if (grapheme == "\r\n")
-        return CharacterCodes::carriageReturnLineFeed;
-    return std::nullopt;
+    return grapheme == "\r\n" ? CharacterCodes::carriageReturnLineFeed : CharacterCodes::unknown;
 }
 
 /// Of a character of two bytes at least. Those of one script differ in the bytes at the end of a code point.
@@ -57,12 +56,12 @@ std::vector<char32_t> CharacterCodes::add(std::string_view text) {
 }
 
 char32_t CharacterCodes::find(std::string_view grapheme) const {
-    if (const auto code = plainCode(grapheme))
-        return *code;
+    if (const char32_t code = plainCode(grapheme); code != unknown)
+        return code;
     Met& met = met_[hash(grapheme) % met_.size()];
     const bool isOutdated = met.code == unknown && met.knownClusters != clusters_.size();
     if (isOutdated || met.grapheme != grapheme)
-        met = {grapheme, codeOfCanonical(Graphemes::canonical(grapheme)), clusters_.size()};
+        met = {std::string(grapheme), codeOfCanonical(Graphemes::canonical(grapheme)), clusters_.size()};
     return met.code;
 }
 
@@ -71,7 +70,7 @@ char32_t CharacterCodes::find(char32_t character) const {
         return character;
     std::string text;
     Utf8::append(text, character);
-    return codeOfCanonical(Graphemes::canonical(text));
+    return find(text);
 }
 
 char32_t CharacterCodes::codeOfCanonical(const std::string& canonical) const {

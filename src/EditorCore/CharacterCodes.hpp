@@ -14,7 +14,6 @@ namespace corvanta {
 /// Gives every character (grapheme cluster) a number, so that texts are compared number by number. Characters
 /// that are canonically equivalent get the same one: a page that writes "ü" as a u and a diaeresis and a page
 /// that writes it as one code point show the same, and an input method need not type it as the file has it.
-/// Every text that codes are asked for must outlive them.
 class CharacterCodes {
 public:
     /// The code of every character that was never added; no added one has it.
@@ -41,7 +40,7 @@ public:
 private:
     /// A character that was met, and its code at the time.
     struct Met {
-        std::string_view grapheme;
+        std::string grapheme;
         char32_t code = unknown;
         /// How many clusters were known.
         std::size_t knownClusters = 0;

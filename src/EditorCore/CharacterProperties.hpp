@@ -1,22 +1,31 @@
 #pragma once
 
+#include <unicode/uchar.h>
+
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 
 namespace corvanta {
 
-/// What Unicode's tables, as ICU has them, say of a code point. For those of the basic plane and for emoji it
-/// is collected when one is first asked for, into a byte each: to ask ICU for each character of a page takes
-/// longer than everything else that is done with it.
+/// What Unicode's tables, as ICU has them, say of a code point. It is remembered in a byte for each, once one
+/// is asked for: to ask ICU for each character of a page takes longer than everything else that is done with
+/// it. Any thread may ask.
 class CharacterProperties {
 public:
     static CharacterProperties of(char32_t character) {
-        static const Table<0, 0x10000> basicPlane;
-        static const Table<0x1F000, 0x1000> emoji;
-        if (basicPlane.holds(character))
-            return basicPlane.of(character);
-        return emoji.holds(character) ? emoji.of(character) : lookedUp(character);
+        if (character >= remembered.size())
+            return lookedUp(character);
+        const std::uint8_t bits = std::atomic_ref(remembered[character]).load(std::memory_order_relaxed);
+        return bits != 0 ? CharacterProperties(bits) : remember(character);
+    }
+
+    /// Whether it joins nothing before or after it with the same answer: letters without a peculiarity and
+    /// whole syllables of Hangul. These are most characters of every text.
+    bool isIndependent() const {
+        constexpr unsigned independent = 1U << U_GCB_OTHER | 1U << U_GCB_LV | 1U << U_GCB_LVT;
+        return (independent >> static_cast<unsigned>(graphemeBreak()) & 1U) != 0;
     }
 
     /// The property Grapheme_Cluster_Break, as one of ICU's constants.
@@ -32,27 +41,16 @@ private:
     static constexpr std::uint8_t graphemeBreakBits = 0x1F;
     static constexpr std::uint8_t pictographBit = 0x20;
     static constexpr std::uint8_t otherFormBit = 0x40;
-
-    template <char32_t first, std::size_t size>
-    class Table {
-    public:
-        Table() {
-            for (std::size_t index = 0; index < size; ++index)
-                bits_[index] = lookedUp(static_cast<char32_t>(first + index)).bits_;
-        }
-
-        bool holds(char32_t character) const { return character - first < size; }
-        CharacterProperties of(char32_t character) const {
-            return CharacterProperties(bits_[character - first]);
-        }
-
-    private:
-        std::array<std::uint8_t, size> bits_{};
-    };
+    static constexpr std::uint8_t knownBit = 0x80;
 
     explicit CharacterProperties(std::uint8_t bits) : bits_(bits) {}
 
     static CharacterProperties lookedUp(char32_t character);
+    static CharacterProperties remember(char32_t character);
+
+    /// 0 for what nobody has asked for. Memory is taken for the scripts that pages are written in, no more:
+    /// the system gives it when it is first written to.
+    static constinit std::array<std::uint8_t, 0x110000> remembered;
 
     std::uint8_t bits_;
 };

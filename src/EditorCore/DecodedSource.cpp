@@ -1,6 +1,5 @@
 #include "EditorCore/DecodedSource.hpp"
 
-#include "EditorCore/DecodedTextReader.hpp"
 #include "EditorCore/Graphemes.hpp"
 
 namespace corvanta {
@@ -15,18 +14,19 @@ std::size_t nextAlone(char character, std::string_view source, std::size_t offse
     return offset == std::string_view::npos ? source.size() : offset;
 }
 
-/// Whether `sign` (ASCII) stands at `offset` with nothing that joins it: it can only be joined at its ends.
-bool standsAt(std::size_t offset, std::string_view sign, std::string_view source) {
-    return source.substr(offset).starts_with(sign) && Graphemes::isAlone(source, offset) &&
-           Graphemes::isAlone(source, offset + sign.size() - 1);
+/// Whether nothing joins the sign (ASCII) of `size` bytes at `offset`: it can only be joined at its ends.
+bool isSignAlone(std::string_view source, std::size_t offset, std::size_t size) {
+    return Graphemes::isAlone(source, offset) && Graphemes::isAlone(source, offset + size - 1);
 }
 
 std::size_t endOfComment(std::string_view source, std::size_t offset) {
     constexpr std::string_view closing = "-->";
-    offset = source.find(closing, offset);
-    while (offset != std::string_view::npos && !standsAt(offset, closing, source))
-        offset = source.find(closing, offset + 1);
-    return offset == std::string_view::npos ? source.size() : offset + closing.size();
+    // Looks at the place of the ">" first: at anything else than a "-" there, all three places are passed by.
+    for (std::size_t last = offset + 2; last < source.size(); last += source[last] == '-' ? 1U : 3U) {
+        if (source.substr(last - 2).starts_with(closing) && isSignAlone(source, last - 2, closing.size()))
+            return last + 1;
+    }
+    return source.size();
 }
 
 /// `offset` is behind the tag's "<". A ">" in a quoted value does not end the tag.
@@ -45,7 +45,7 @@ std::size_t endOfTag(std::string_view source, std::size_t offset) {
 /// `offset` is that of a "<".
 std::size_t endOfMarkup(std::string_view source, std::size_t offset) {
     constexpr std::string_view comment = "<!--";
-    if (standsAt(offset, comment, source))
+    if (source.substr(offset).starts_with(comment) && isSignAlone(source, offset, comment.size()))
         return endOfComment(source, offset + comment.size());
     return endOfTag(source, offset + 1);
 }
@@ -68,25 +68,8 @@ std::vector<std::size_t> borders(const std::vector<char32_t>& text) {
 
 } // namespace
 
-/// The runs are found anew each time: a list of them would take as much memory as the page.
-template <typename Visit>
-void DecodedSource::forEachTextRun(Visit visit) const {
-    std::size_t offset = 0;
-    while (offset < source_.size()) {
-        const std::size_t end = nextAlone('<', source_, offset);
-        if (end > offset && !visit(TextRun{offset, end}))
-            return;
-        offset = end == source_.size() ? end : endOfMarkup(source_, end);
-    }
-}
-
 std::vector<std::size_t> DecodedSource::textContentMatches(const std::vector<char32_t>& text) const {
-    std::vector<std::size_t> matches;
-    forEachTextRun([&](const TextRun& run) {
-        if (isWhole(run, text))
-            matches.push_back(run.begin);
-        return true;
-    });
+    std::vector<std::size_t> matches = wholeMatches(text);
     if (matches.empty()) {
         if (const auto match = onlyMatch(text))
             matches.push_back(*match);
@@ -95,42 +78,70 @@ std::vector<std::size_t> DecodedSource::textContentMatches(const std::vector<cha
 }
 
 std::size_t DecodedSource::advanced(std::size_t offset, std::size_t count) const {
-    DecodedTextReader reader(source_, offset, codes_);
-    for (std::size_t i = 0; i < count; ++i)
-        reader.next();
-    return reader.position();
+    if (count == 0)
+        return offset;
+    reader_.forEach(offset, [&](char32_t, std::size_t end) {
+        offset = end;
+        return --count > 0;
+    });
+    return offset;
 }
 
-bool DecodedSource::isWhole(const TextRun& run, const std::vector<char32_t>& text) const {
-    DecodedTextReader reader(source_, run.begin, codes_);
-    for (const char32_t character : text) {
-        if (reader.position() == run.end || reader.next() != character)
-            return false;
+std::vector<std::size_t> DecodedSource::wholeMatches(const std::vector<char32_t>& text) const {
+    std::vector<std::size_t> matches;
+    std::size_t offset = 0;
+    while (offset < source_.size()) {
+        const std::size_t end = nextAlone('<', source_, offset);
+        if (end > offset && isWhole(offset, end, text))
+            matches.push_back(offset);
+        offset = end == source_.size() ? end : endOfMarkup(source_, end);
     }
-    return reader.position() == run.end;
+    return matches;
+}
+
+bool DecodedSource::isWhole(std::size_t runBegin, std::size_t runEnd,
+                            const std::vector<char32_t>& text) const {
+    std::size_t matched = 0;
+    bool isWhole = false;
+    reader_.forEach(runBegin, [&](char32_t character, std::size_t end) {
+        if (text[matched] != character)
+            return false;
+        ++matched;
+        isWhole = matched == text.size() && end == runEnd;
+        return matched < text.size() && end < runEnd;
+    });
+    return isWhole;
 }
 
 std::optional<std::size_t> DecodedSource::onlyMatch(const std::vector<char32_t>& text) const {
     const std::vector<std::size_t> remaining = borders(text);
     std::optional<std::size_t> only;
     bool isOnly = true;
-    forEachTextRun([&](const TextRun& run) {
-        DecodedTextReader reader(source_, run.begin, codes_);
+    std::size_t offset = 0;
+    while (offset < source_.size() && isOnly) {
+        const std::size_t runBegin = offset;
         std::size_t matched = 0;
-        for (std::size_t read = 1; reader.position() < run.end && isOnly; ++read) {
-            const char32_t character = reader.next();
+        std::size_t read = 0;
+        reader_.forEach(runBegin, [&](char32_t character, std::size_t end) {
+            // A "<" that is written as a reference takes more than one byte.
+            if (character == U'<' && end == offset + 1)
+                return false;
+            offset = end;
+            ++read;
             while (matched > 0 && text[matched] != character)
                 matched = remaining[matched - 1];
             if (text[matched] == character)
                 ++matched;
-            if (matched < text.size())
-                continue;
-            isOnly = !only;
-            only = advanced(run.begin, read - text.size());
-            matched = remaining[matched - 1];
-        }
-        return isOnly;
-    });
+            if (matched == text.size()) {
+                isOnly = !only;
+                only = advanced(runBegin, read - text.size());
+                matched = remaining[matched - 1];
+            }
+            return isOnly;
+        });
+        if (offset < source_.size())
+            offset = endOfMarkup(source_, offset);
+    }
     return isOnly ? only : std::nullopt;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EditorCore/CharacterCodes.hpp"
+#include "EditorCore/DecodedTextReader.hpp"
 
 #include <cstddef>
 #include <optional>
@@ -15,7 +16,8 @@ namespace corvanta {
 class DecodedSource {
 public:
     /// Both must outlive the decoded source. `codes` knows the characters of every text that is searched for.
-    DecodedSource(std::string_view source, const CharacterCodes& codes) : source_(source), codes_(codes) {}
+    DecodedSource(std::string_view source, const CharacterCodes& codes)
+        : source_(source), reader_(source, codes) {}
 
     /// Where `text` (codes, with blanks for no-break spaces, not empty) stands in the source, ascending: as
     /// the whole text between two pieces of markup, or else, when it stands nowhere so, as the only part of a
@@ -26,22 +28,17 @@ public:
     std::size_t advanced(std::size_t offset, std::size_t count) const;
 
 private:
-    struct TextRun {
-        std::size_t begin = 0;
-        std::size_t end = 0;
-    };
+    /// Where `text` is all that stands between two pieces of markup.
+    std::vector<std::size_t> wholeMatches(const std::vector<char32_t>& text) const;
 
-    /// Calls `visit` with one run after another, as long as it answers true.
-    template <typename Visit>
-    void forEachTextRun(Visit visit) const;
-
-    bool isWhole(const TextRun& run, const std::vector<char32_t>& text) const;
+    /// Whether `text` is all that stands in the source from `runBegin` to `runEnd`, where a run of text ends.
+    bool isWhole(std::size_t runBegin, std::size_t runEnd, const std::vector<char32_t>& text) const;
 
     /// Where `text` stands, if anywhere and only there, matches that overlap counted.
     std::optional<std::size_t> onlyMatch(const std::vector<char32_t>& text) const;
 
     std::string_view source_;
-    const CharacterCodes& codes_;
+    DecodedTextReader reader_;
 };
 
 } // namespace corvanta

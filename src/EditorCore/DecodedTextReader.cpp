@@ -12,12 +12,6 @@ namespace corvanta {
 
 namespace {
 
-/// Whether the "&" at `position` is followed by what may be a reference's name.
-bool mayStartReference(std::string_view text, std::size_t position) {
-    const std::size_t next = position + 1;
-    return next < text.size() && (text[next] == '#' || characterTable.is(text[next], CharacterTable::letter));
-}
-
 /// The name of the reference that the "&" at `position` starts, without "&" and ";"; empty when it starts
 /// none. Only ASCII letters, digits and "#" can be part of one that is known.
 std::string_view referenceName(std::string_view text, std::size_t position) {
@@ -32,27 +26,19 @@ std::string_view referenceName(std::string_view text, std::size_t position) {
 
 } // namespace
 
-char32_t DecodedTextReader::nextOfAnyKind() {
-    if (source_[position_] == '&' && mayStartReference(source_, position_)) {
-        if (const auto code = nextReference())
-            return *code;
-    }
-    const std::string_view rest = source_.substr(position_);
-    const Utf8Character first = Utf8Character::first(rest);
-    const std::size_t size = Graphemes::end(rest, 0);
-    position_ += size;
-    if (size == first.size && CharacterCodes::isOwnCode(first.value))
-        return first.value == noBreakSpace ? blank : first.value;
-    return codes_.find(rest.substr(0, size));
+DecodedTextReader::Character DecodedTextReader::characterOfAnyKind(std::size_t position) const {
+    if (source_[position] == '&' && mayStartReference(position))
+        return referenceAt(position).value_or(Character{U'&', position + 1});
+    const std::size_t end = Graphemes::end(source_, position);
+    return {withBlank(codes_.find(source_.substr(position, end - position))), end};
 }
 
-std::optional<char32_t> DecodedTextReader::nextReference() {
-    const std::string_view name = referenceName(source_, position_);
+std::optional<DecodedTextReader::Character> DecodedTextReader::referenceAt(std::size_t position) const {
+    const std::string_view name = referenceName(source_, position);
     const auto decoded = name.empty() ? std::nullopt : CharacterReferences::decoded(name);
     if (!decoded)
         return std::nullopt;
-    position_ += name.size() + 2;
-    return *decoded == noBreakSpace ? blank : codes_.find(*decoded);
+    return Character{withBlank(codes_.find(*decoded)), position + name.size() + 2};
 }
 
 } // namespace corvanta

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "EditorCore/CharacterCodes.hpp"
+#include "EditorCore/CharacterProperties.hpp"
+#include "EditorCore/CharacterTable.hpp"
+#include "EditorCore/Utf8Character.hpp"
 
 #include <cstddef>
 #include <optional>
@@ -16,36 +19,80 @@ public:
     static constexpr char32_t blank = U' ';
     static constexpr char32_t noBreakSpace = U'\u00A0';
 
-    /// Starts at `position`, where a character of the text starts. Both texts must outlive the reader.
-    DecodedTextReader(std::string_view source, std::size_t position, const CharacterCodes& codes)
-        : source_(source), codes_(codes), position_(position) {}
+    /// Both must outlive the reader.
+    DecodedTextReader(std::string_view source, const CharacterCodes& codes)
+        : source_(source), codes_(codes) {}
 
-    /// The byte of the source at which the next character starts.
-    std::size_t position() const { return position_; }
-
-    /// The code of the next character, which must not be the end of the source.
-    char32_t next() {
-        const auto first = static_cast<unsigned char>(source_[position_]);
-        if (first >= 0x80 || first == '&' || first == '\r' || !isASCII(position_ + 1))
-            return nextOfAnyKind();
-        ++position_;
-        return first;
+    /// Calls `visit` with the code of one character after another and the byte of the source at which it
+    /// ends, from `position` on, where a character of the text starts, as long as it answers true.
+    template <typename Visit>
+    void forEach(std::size_t position, Visit visit) const {
+        CodePoint first = codePointAt(position);
+        while (position < source_.size()) {
+            Character character{first.code, position + first.size};
+            CodePoint second = codePointAt(character.end);
+            if (!first.isPlain || !second.isIndependent) {
+                character = characterOfAnyKind(position);
+                second = codePointAt(character.end);
+            }
+            if (!visit(character.code, character.end))
+                return;
+            position = character.end;
+            first = second;
+        }
     }
 
 private:
-    /// Whether nothing but ASCII is at `position`.
-    bool isASCII(std::size_t position) const {
-        return position == source_.size() || static_cast<unsigned char>(source_[position]) < 0x80;
+    /// What can be told of a code point, or a line end of CR LF, before the ones around it are known.
+    struct CodePoint {
+        char32_t code = 0;
+        /// In bytes; 0 at the end of the source.
+        std::size_t size = 0;
+        /// Whether nothing independent before it joins it.
+        bool isIndependent = true;
+        /// Whether `code` is that of the character, if nothing joins it from behind.
+        bool isPlain = false;
+    };
+
+    struct Character {
+        char32_t code = 0;
+        std::size_t end = 0;
+    };
+
+    static char32_t withBlank(char32_t code) { return code == noBreakSpace ? blank : code; }
+
+    CodePoint codePointAt(std::size_t position) const {
+        if (position == source_.size())
+            return {};
+        const auto first = static_cast<unsigned char>(source_[position]);
+        if (first < 0x80)
+            return asciiAt(position, first);
+        const Utf8Character character = Utf8Character::first(source_.substr(position));
+        const auto properties = CharacterProperties::of(character.value);
+        return {withBlank(character.value), character.size, properties.isIndependent(),
+                properties.isIndependent() && properties.isCanonical()};
     }
 
-    char32_t nextOfAnyKind();
+    CodePoint asciiAt(std::size_t position, unsigned char first) const {
+        if (first == '\r' && source_.substr(position + 1).starts_with('\n'))
+            return {CharacterCodes::carriageReturnLineFeed, 2, true, true};
+        return {first, 1, true, first != '&' || !mayStartReference(position)};
+    }
 
-    /// The code of the reference that the "&" at the position starts, which is then read to its end.
-    std::optional<char32_t> nextReference();
+    /// Whether the "&" at `position` is followed by what may be a reference's name.
+    bool mayStartReference(std::size_t position) const {
+        const std::size_t next = position + 1;
+        return next < source_.size() &&
+               (source_[next] == '#' || characterTable.is(source_[next], CharacterTable::letter));
+    }
+
+    Character characterOfAnyKind(std::size_t position) const;
+
+    /// The character that the reference stands for that the "&" at `position` starts, if it starts one.
+    std::optional<Character> referenceAt(std::size_t position) const;
 
     std::string_view source_;
     const CharacterCodes& codes_;
-    std::size_t position_ = 0;
 };
 
 } // namespace corvanta

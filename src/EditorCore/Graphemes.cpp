@@ -30,17 +30,15 @@ bool isHangulSequence(int first, int second) {
     return (first == U_GCB_LVT || first == U_GCB_T) && second == U_GCB_T;
 }
 
-/// Whether it joins nothing before or after it with the same answer: letters without a peculiarity and whole
-/// syllables of Hangul. These are most characters of every text.
-bool isIndependent(CharacterProperties character) {
-    constexpr unsigned independent = 1U << U_GCB_OTHER | 1U << U_GCB_LV | 1U << U_GCB_LVT;
-    return (independent >> static_cast<unsigned>(character.graphemeBreak()) & 1U) != 0;
-}
-
-/// Whether nothing independent is joined by what starts at `position`, which may be the end of `text`.
-bool startsIndependently(std::string_view text, std::size_t position) {
-    return position == text.size() || static_cast<unsigned char>(text[position]) < 0x80 ||
-           isIndependent(CharacterProperties::of(Utf8Character::first(text.substr(position)).value));
+/// The end of the characters from `position` on that join whatever is before them.
+std::size_t endOfJoined(std::string_view text, std::size_t position) {
+    while (position < text.size()) {
+        const auto next = Utf8Character::first(text.substr(position));
+        if (!joinsPrevious(CharacterProperties::of(next.value).graphemeBreak()))
+            break;
+        position += next.size;
+    }
+    return position;
 }
 
 /// A cluster while it grows; other than a CR LF.
@@ -94,8 +92,9 @@ std::size_t Graphemes::endOfAnyKind(std::string_view text, std::size_t position)
     const auto first = Utf8Character::first(text.substr(position));
     const auto properties = CharacterProperties::of(first.value);
     position += first.size;
-    if (isIndependent(properties) && startsIndependently(text, position))
-        return position;
+    // Most characters of every text: no emoji, no flags, no syllables of letters.
+    if (properties.graphemeBreak() == U_GCB_OTHER && !properties.isPictograph())
+        return endOfJoined(text, position);
     Cluster cluster(properties);
     while (position < text.size()) {
         const auto next = Utf8Character::first(text.substr(position));
@@ -106,15 +105,13 @@ std::size_t Graphemes::endOfAnyKind(std::string_view text, std::size_t position)
     return position;
 }
 
-bool Graphemes::isAlone(std::string_view text, std::size_t position) {
-    if (position > 0 && static_cast<unsigned char>(text[position - 1]) >= 0x80 &&
-        CharacterProperties::of(Utf8Character::last(text.substr(0, position)).value).graphemeBreak() ==
-            U_GCB_PREPEND)
-        return false;
+bool Graphemes::isAloneAmongOthers(std::string_view text, std::size_t position) {
     const std::size_t next = position + 1;
-    return next == text.size() || static_cast<unsigned char>(text[next]) < 0x80 ||
-           !joinsPrevious(
-               CharacterProperties::of(Utf8Character::first(text.substr(next)).value).graphemeBreak());
+    if (endOfJoined(text, next) > next)
+        return false;
+    return position == 0 || isASCII(text[position - 1]) ||
+           CharacterProperties::of(Utf8Character::last(text.substr(0, position)).value).graphemeBreak() !=
+               U_GCB_PREPEND;
 }
 
 std::string Graphemes::canonical(std::string_view grapheme) {

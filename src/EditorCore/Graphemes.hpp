@@ -34,7 +34,12 @@ struct Graphemes {
 
     /// Whether the character at `position`, an ASCII one but no control character, is a whole cluster:
     /// nothing before or after it joins it.
-    static bool isAlone(std::string_view text, std::size_t position);
+    static bool isAlone(std::string_view text, std::size_t position) {
+        const std::size_t next = position + 1;
+        const bool isBetweenASCII =
+            (position == 0 || isASCII(text[position - 1])) && (next == text.size() || isASCII(text[next]));
+        return isBetweenASCII || isAloneAmongOthers(text, position);
+    }
 
     /// Normalization form C of a cluster: the same for those that are canonically equivalent, such as "ü" as
     /// one code point and as a u with a diaeresis. A cluster above `longestNormalised` is given back as it
@@ -57,6 +62,10 @@ private:
     }
 
     static bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
+    static bool isASCII(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
+    static bool isAloneAmongOthers(std::string_view text, std::size_t position);
 
     static std::size_t endOfAnyKind(std::string_view text, std::size_t position);
 };

@@ -22,13 +22,16 @@ constexpr KeywordSet phpKeywordSet(phpKeywords);
 /// any other character are passed over one by one without harm.
 class Scan {
 public:
-    /// Appends to `spans` what stands behind `start`.
-    Scan(std::string_view text, const SyntaxCheckpoint& start, std::vector<SyntaxSpan>& spans)
+    /// Appends to `spans` what stands behind `start`. If `consume` is given, it is shown the spans whenever
+    /// there is no room for more, and they are removed.
+    Scan(std::string_view text, const SyntaxCheckpoint& start, std::vector<SyntaxSpan>& spans,
+         const SyntaxTokenizer::Consume* consume = nullptr)
         : text_(text),
           cursor_(text, static_cast<std::size_t>(start.byte), start.codeUnit),
           start_(static_cast<std::size_t>(start.byte)),
           context_(start.context),
-          spans_(spans) {}
+          spans_(spans),
+          consume_(consume) {}
 
     void run() {
         for (std::size_t position = start_; position < text_.size();)
@@ -380,16 +383,27 @@ private:
         return end;
     }
 
-    /// Expects the rest of the text to be as dense in spans as the text before `position`. The list of a
-    /// large page is larger than the page: writing it to fresh memory costs more than the scan, moving it as
-    /// it grows twice that.
     void makeRoom(std::size_t position) {
+        if (consume_ == nullptr) {
+            grow(position);
+            return;
+        }
+        (*consume_)(spans_);
+        spans_.clear();
+    }
+
+    /// Expects the rest of the text to be as dense in spans as the text before `position`, or somewhat
+    /// denser: room that stays empty costs nothing. The list of a large page is larger than the page: writing
+    /// it to fresh memory costs more than the scan, moving it as it grows twice that. The first few spans may
+    /// mislead, so a list that is far too small grows in steps, of which none ends shortly before the last.
+    void grow(std::size_t position) {
         constexpr std::size_t firstGuess = 1024;
-        constexpr std::size_t largestStep = 16;
+        constexpr std::size_t step = 16;
         const double perByte = static_cast<double>(spans_.size()) / static_cast<double>(position);
-        const auto expected = static_cast<std::size_t>(perByte * static_cast<double>(text_.size()) * 1.0625);
-        spans_.reserve(std::clamp(expected, spans_.size() * 3 / 2 + firstGuess,
-                                  spans_.size() * largestStep + firstGuess));
+        const auto expected = static_cast<std::size_t>(perByte * static_cast<double>(text_.size()) * 1.25);
+        const std::size_t least = spans_.size() * 3 / 2 + firstGuess;
+        const bool isFarTooSmall = expected > spans_.size() * step * 2;
+        spans_.reserve(std::max(least, isFarTooSmall ? spans_.size() * step : expected));
     }
 
     std::string_view text_;
@@ -397,19 +411,24 @@ private:
     std::size_t start_;
     SyntaxContext context_;
     std::vector<SyntaxSpan>& spans_;
+    const SyntaxTokenizer::Consume* consume_;
 };
 
 } // namespace
 
 std::vector<SyntaxSpan> SyntaxTokenizer::tokenize(std::string_view text) {
     std::vector<SyntaxSpan> spans;
-    tokenize(text, spans);
+    Scan(text, {}, spans).run();
     return spans;
 }
 
-void SyntaxTokenizer::tokenize(std::string_view text, std::vector<SyntaxSpan>& spans) {
-    spans.clear();
-    Scan(text, {}, spans).run();
+void SyntaxTokenizer::tokenize(std::string_view text, const Consume& consume) {
+    // What is read next stays in the processor's first cache.
+    constexpr std::size_t atATime = 512;
+    std::vector<SyntaxSpan> spans;
+    spans.reserve(atATime);
+    Scan(text, {}, spans, &consume).run();
+    consume(spans);
 }
 
 void SyntaxTokenizer::resume(std::string_view text, const SyntaxCheckpoint& checkpoint,

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -19,9 +20,10 @@ struct SyntaxTokenizer {
     /// code units.
     static std::vector<SyntaxSpan> tokenize(std::string_view text);
 
-    /// The same into `spans`, whose contents are replaced and whose memory is used again: the list of a large
-    /// page is larger than the page, and fresh memory for it costs more than the tokenizing.
-    static void tokenize(std::string_view text, std::vector<SyntaxSpan>& spans);
+    /// Hands the same spans to `consume`, some at a time: the list of a large page is larger than the page,
+    /// and memory for it costs more than the tokenizing.
+    using Consume = std::function<void(std::span<const SyntaxSpan>)>;
+    static void tokenize(std::string_view text, const Consume& consume);
 
     /// Is shown a checkpoint; answers with the byte from which on it wants to see the next one, or `stop`.
     using Visit = std::function<std::int64_t(const SyntaxCheckpoint&)>;

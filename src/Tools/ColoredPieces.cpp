@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 
 namespace corvanta {
@@ -41,12 +42,14 @@ std::vector<ColoredPiece> coloredPieces(std::string_view text, const EditorTheme
     std::vector<ColoredPiece> pieces;
     TextFeed feed(text);
     std::int64_t position = 0;
-    for (const SyntaxSpan& span : SyntaxTokenizer::tokenize(text)) {
-        if (span.range.location > position)
-            pieces.push_back({feed.take(span.range.location - position), std::nullopt});
-        pieces.push_back({feed.take(span.range.length), theme.color(span.token).resolved(appearance)});
-        position = span.range.end();
-    }
+    SyntaxTokenizer::tokenize(text, [&](std::span<const SyntaxSpan> spans) {
+        for (const SyntaxSpan& span : spans) {
+            if (span.range.location > position)
+                pieces.push_back({feed.take(span.range.location - position), std::nullopt});
+            pieces.push_back({feed.take(span.range.length), theme.color(span.token).resolved(appearance)});
+            position = span.range.end();
+        }
+    });
     if (const std::string_view rest = feed.takeRest(); !rest.empty())
         pieces.push_back({rest, std::nullopt});
     return pieces;

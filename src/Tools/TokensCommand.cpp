@@ -6,6 +6,7 @@
 
 #include <array>
 #include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -20,15 +21,17 @@ constexpr std::array<std::string_view, allCases.size()> tokenNames{"tag",     "a
 } // namespace
 
 int runTokens(const Arguments& arguments, Output& output) {
-    std::string line;
-    for (const SyntaxSpan& span : SyntaxTokenizer::tokenize(readText(arguments.operand(0)))) {
-        line.clear();
-        fmt::format_to(std::back_inserter(line),
-                       R"({{"location":{},"length":{},"token":"{}"}})"
-                       "\n",
-                       span.range.location, span.range.length, tokenNames[index(span.token)]);
-        output.write(line);
-    }
+    std::string lines;
+    SyntaxTokenizer::tokenize(readText(arguments.operand(0)), [&](std::span<const SyntaxSpan> spans) {
+        lines.clear();
+        for (const SyntaxSpan& span : spans) {
+            fmt::format_to(std::back_inserter(lines),
+                           R"({{"location":{},"length":{},"token":"{}"}})"
+                           "\n",
+                           span.range.location, span.range.length, tokenNames[index(span.token)]);
+        }
+        output.write(lines);
+    });
     return 0;
 }
 

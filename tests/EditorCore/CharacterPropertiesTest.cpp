@@ -20,4 +20,11 @@ TEST(CharacterProperties, AreThoseOfUnicodesTables) {
     }
 }
 
+TEST(CharacterProperties, OfWhatIsNoCodePointAreThoseOfALetter) {
+    const CharacterProperties properties = CharacterProperties::of(0x110000);
+    EXPECT_TRUE(properties.isIndependent());
+    EXPECT_FALSE(properties.isPictograph());
+    EXPECT_TRUE(properties.isCanonical());
+}
+
 } // namespace corvanta

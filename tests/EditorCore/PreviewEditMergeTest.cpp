@@ -138,6 +138,7 @@ TEST(PreviewEditMerge, TreatsBlanksAndNoBreakSpacesAlikeWhenItSearches) {
     EXPECT_EQ(merged("a b", "a bc", "<p>a&nbsp;b</p>"), "<p>a&nbsp;bc</p>");
     EXPECT_EQ(merged("a\u00A0b", "a\u00A0bc", "<p>a b</p>"), "<p>a bc</p>");
     EXPECT_EQ(merged("a b", "a bc", "<p>a\u00A0b</p>"), "<p>a\u00A0bc</p>");
+    EXPECT_EQ(merged("a \u1100", "b", "<p>a\u00A0\u1100</p>"), "<p>b</p>") << "before what may be joined";
 }
 
 TEST(PreviewEditMerge, WritesNoBreakSpacesOnlyWhereTheEditIs) {
@@ -182,6 +183,11 @@ TEST(PreviewEditMerge, FindsTheOnlyPartOfAText) {
     EXPECT_EQ(merged("Welt", "Leute", "<p>Hallo Welt!</p>"), "<p>Hallo Leute!</p>");
     EXPECT_EQ(PreviewEditMerge::applyTextEdit("Welt", "Leute", -1, 7, "<p>Hallo Welt!</p>"),
               "<p>Hallo Leute!</p>");
+}
+
+TEST(PreviewEditMerge, FindsAPartOfATextBehindALessThanSignThatIsAReference) {
+    EXPECT_EQ(merged("Wort", "x", "<p>1 &lt; 2 &#60; 3 Wort.</p>"), "<p>1 &lt; 2 &#60; 3 x.</p>");
+    EXPECT_EQ(merged("< Wort", "x", "<p>1 &lt; Wort.</p>"), "<p>1 x.</p>");
 }
 
 TEST(PreviewEditMerge, RefusesPartsOfTextsThatOccurTwice) {
@@ -248,6 +254,12 @@ TEST(PreviewEditMerge, ReadsTheEndOfACommentOnlyBehindItsStart) {
     EXPECT_EQ(merged("Wort", "x", "<!----->Wort"), "<!----->x");
 }
 
+TEST(PreviewEditMerge, EndsACommentAtTheFirstTwoHyphensBeforeAGreaterThanSign) {
+    for (const std::string inside :
+         {"", ">", "->", "a", "ab", "-", "- -", "a-", "a->", "->>", "--a>", "-a->"})
+        EXPECT_EQ(merged("Wort", "x", "<!--" + inside + "-->Wort"), "<!--" + inside + "-->x");
+}
+
 TEST(PreviewEditMerge, NeverEditsTags) {
     EXPECT_EQ(merged("Wort", "x", "<img alt=\"Wort\">"), std::nullopt);
     EXPECT_EQ(merged("Wort", "x", "<img alt='>Wort<'>"), std::nullopt);
@@ -309,6 +321,7 @@ TEST(PreviewEditMerge, TakesCarriageReturnAndLineFeedForOneCharacter) {
 TEST(PreviewEditMerge, TakesAnyBytesWithoutHarm) {
     EXPECT_EQ(merged("a\xFF", "b\xFF", "<p>a\xFF</p>"), "<p>b\xFF</p>");
     EXPECT_EQ(merged("a", "\xE2\x82", "<p>a</p>"), "<p>\xE2\x82</p>");
+    EXPECT_EQ(merged("\xF4\xBF\xBF\xBF", "b", "<p>\xF4\xBF\xBF\xBF</p>"), "<p>b</p>") << "no code point";
 }
 
 TEST(PreviewEditMerge, IsDoneInTimeWithHostilePages) {
