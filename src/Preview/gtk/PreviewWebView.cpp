@@ -176,14 +176,18 @@ void PreviewWebView::reportLoading() {
     connections_.emplace_back(
         webView(), "web-process-terminated",
         +[](WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer self) {
+            auto* view = static_cast<PreviewWebView*>(self);
+            view->hasBegunAPage_ = false;
             if (reason != WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
-                static_cast<PreviewWebView*>(self)->events_.processDidTerminate();
+                view->events_.processDidTerminate();
         },
         this);
 }
 
 void PreviewWebView::loadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_COMMITTED) {
+        if (!std::exchange(hasBegunAPage_, true))
+            queue_draw();
         if (isShownPage(webkit_web_view_get_uri(webView())))
             events_.didCommit();
         else
@@ -236,12 +240,15 @@ void PreviewWebView::holdLastPicture() {
 
 void PreviewWebView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
     if (!lastPicture_.isHeld()) {
-        Gtk::Box::snapshot_vfunc(snapshot);
+        if (hasBegunAPage_)
+            Gtk::Box::snapshot_vfunc(snapshot);
         return;
     }
-    // The engine draws no further picture before this one is taken, though nobody sees it.
-    const Glib::RefPtr<Gtk::Snapshot> unseen = Gtk::Snapshot::create();
-    snapshot_child(page_, unseen);
+    if (hasBegunAPage_) {
+        // The engine draws no further picture before this one is taken, though nobody sees it.
+        const Glib::RefPtr<Gtk::Snapshot> unseen = Gtk::Snapshot::create();
+        snapshot_child(page_, unseen);
+    }
     lastPicture_.draw(*snapshot, get_width(), get_height());
 }
 

@@ -95,6 +95,9 @@ private:
     /// The address that was loaded last.
     std::string shownURL_;
     bool hasShownAPage_ = false;
+    /// Whether the process behind the view has begun a page. To draw the view of one that is only starting
+    /// holds the program up until it answers, half a second at most.
+    bool hasBegunAPage_ = false;
     std::vector<SignalConnection> connections_;
 };
 
