@@ -33,7 +33,7 @@ protected:
                                                 "klassisch", 13);
         window = std::make_unique<TestWindow>(*view);
         view->textView().grab_focus();
-        letPass(std::chrono::milliseconds(50));
+        letPass(std::chrono::milliseconds(100));
     }
 
     void TearDown() override {
