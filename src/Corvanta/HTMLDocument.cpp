@@ -4,6 +4,7 @@
 #include "EditorCore/TextDecoding.hpp"
 
 #include <array>
+#include <utility>
 
 namespace corvanta {
 
@@ -41,17 +42,17 @@ std::span<const ContentType> HTMLDocument::writableContentTypes() {
 
 std::optional<HTMLDocument> HTMLDocument::read(const FileManager& fileManager,
                                                const std::filesystem::path& path, std::error_code& error) {
-    const std::optional<std::string> bytes = fileManager.contents(path, error);
+    std::optional<std::string> bytes = fileManager.contents(path, error);
     if (!bytes) {
         // The reason does not matter to whoever opens a document, only that there is none.
         error = DocumentError::fileReadCorruptFile;
         return std::nullopt;
     }
-    return fromFileContents(*bytes);
+    return fromFileContents(*std::move(bytes));
 }
 
-HTMLDocument HTMLDocument::fromFileContents(std::string_view bytes) {
-    return HTMLDocument{TextDecoding::string(bytes)};
+HTMLDocument HTMLDocument::fromFileContents(std::string bytes) {
+    return HTMLDocument{TextDecoding::string(std::move(bytes))};
 }
 
 } // namespace corvanta

@@ -8,7 +8,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <system_error>
 
 namespace corvanta {
@@ -30,7 +29,7 @@ struct HTMLDocument {
                                             std::error_code& error);
 
     /// The document in a file that holds `bytes`, whatever their encoding.
-    static HTMLDocument fromFileContents(std::string_view bytes);
+    static HTMLDocument fromFileContents(std::string bytes);
 
     /// The bytes of the file to write: always UTF-8 without a byte-order mark, line ends as they are.
     std::string fileContents() const { return text.string(); }

@@ -25,13 +25,14 @@ OpenDocument::OpenDocument() : document{DocumentTemplate::newHTML}, savedText_(d
 
 std::optional<OpenDocument> OpenDocument::read(const FileManager& fileManager,
                                                const std::filesystem::path& path, std::error_code& error) {
-    const std::optional<std::string> bytes = contents(fileManager, path, error);
+    std::optional<std::string> bytes = contents(fileManager, path, error);
     if (!bytes)
         return std::nullopt;
+    const Fingerprint fingerprint = Fingerprint::of(*bytes);
     OpenDocument opened;
-    opened.document = HTMLDocument::fromFileContents(*bytes);
+    opened.document = HTMLDocument::fromFileContents(*std::move(bytes));
     opened.fileLocation_ = path;
-    opened.textIsSaved(Fingerprint::of(*bytes));
+    opened.textIsSaved(fingerprint);
     return opened;
 }
 

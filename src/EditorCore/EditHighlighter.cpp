@@ -1,9 +1,9 @@
 #include "EditorCore/EditHighlighter.hpp"
 
-#include "EditorCore/SyntaxHighlighter.hpp"
 #include "EditorCore/SyntaxTokenizer.hpp"
 
 #include <algorithm>
+#include <span>
 #include <string>
 
 namespace corvanta {
@@ -13,10 +13,12 @@ namespace {
 /// The least distance of two checkpoints in bytes: an edit costs the reading of about this much.
 constexpr std::int64_t spacing = 2048;
 
-/// How many bytes are read at first behind what changed, and by what factor more each time the old spans did
-/// not go on there.
+/// How many bytes are read at first, and by what factor more each time that was not enough.
 constexpr std::int64_t firstReading = 8 * spacing;
 constexpr std::int64_t growth = 8;
+
+/// The most bytes that are read at once as long as that gets on: a large text is not copied as a whole.
+constexpr std::int64_t longestReading = 1 << 20;
 
 SyntaxCheckpoint moved(SyntaxCheckpoint checkpoint, std::int64_t bytes, std::int64_t codeUnits) {
     checkpoint.byte += bytes;
@@ -42,65 +44,69 @@ void EditHighlighter::highlightChange(const TextChange& change, const EditorThem
         std::partition_point(firstInvalid, checkpoints_.end(), [&](const SyntaxCheckpoint& checkpoint) {
             return checkpoint.byte < bytes_ - change.unchangedAfter;
         });
-    const SyntaxCheckpoint start =
-        firstInvalid == checkpoints_.begin() ? SyntaxCheckpoint{} : *(firstInvalid - 1);
+    Progress progress{
+        firstInvalid == checkpoints_.begin() ? SyntaxCheckpoint{} : *(firstInvalid - 1), {}, old};
+    {
+        SyntaxPainting painting(textStorage_, theme, font, baseColor);
+        std::int64_t length = firstReading;
+        std::int64_t lastByte = 0;
+        do {
+            const std::int64_t start = progress.place.byte;
+            lastByte = text.atByte(start + length).byte;
+            readOn(text, lastByte, progress, painting);
+            length *= growth;
+            if (progress.place.byte > start)
+                length = std::min(length, longestReading);
+        } while (!progress.met && lastByte < size);
+    }
 
-    std::int64_t length = firstReading;
-    Reading reading;
-    do {
-        const std::int64_t lastByte = text.atByte(size - change.unchangedAfter + length).byte;
-        reading = read(text, start, lastByte, old);
-        length = lastByte < size ? length * growth : 0;
-    } while (!reading.met && length > 0);
-
-    SyntaxHighlighter::paint(textStorage_, {start.codeUnit, reading.end - start.codeUnit}, reading.spans,
-                             theme, font, baseColor);
-
-    const auto kept = reading.met.value_or(checkpoints_.end());
+    const auto kept = progress.met ? progress.old : checkpoints_.end();
     std::transform(kept, checkpoints_.end(), kept, [&](const SyntaxCheckpoint& checkpoint) {
         return moved(checkpoint, bytesAdded, codeUnitsAdded);
     });
     const auto gap = checkpoints_.erase(firstInvalid, kept);
-    checkpoints_.insert(gap, reading.found.begin(), reading.found.end());
+    checkpoints_.insert(gap, progress.found.begin(), progress.found.end());
     bytes_ = size;
     codeUnits_ = textStorage_.length();
 }
 
-/// Reads the text from `start` to `lastByte`, at most up to where one of the old checkpoints from `old` on
-/// holds again. What is met so near to `lastByte` that the text behind it might matter does not count.
-EditHighlighter::Reading EditHighlighter::read(const SharedText& text, const SyntaxCheckpoint& start,
-                                               std::int64_t lastByte, Checkpoints::iterator old) {
-    const std::int64_t bytesAdded = text.end().byte - bytes_;
-    const bool toTheEnd = lastByte == text.end().byte;
-    const std::string part = text.substring(start.byte, lastByte);
+/// Colours the text up to `lastByte`, at most up to where one of the old checkpoints holds again. What is met
+/// so near to `lastByte` that the text behind it might matter does not count.
+void EditHighlighter::readOn(const SharedText& text, std::int64_t lastByte, Progress& progress,
+                             SyntaxPainting& painting) {
+    const std::int64_t size = text.end().byte;
+    const std::int64_t bytesAdded = size - bytes_;
+    const std::int64_t start = progress.place.byte;
+    const std::string part = text.substring(start, lastByte);
 
-    Reading reading;
-    reading.end = textStorage_.length();
-    std::int64_t nextWanted = start.byte + spacing;
-    SyntaxTokenizer::resume(
-        part, moved(start, -start.byte, 0), reading.spans, [&](const SyntaxCheckpoint& inPart) {
-            const SyntaxCheckpoint checkpoint = moved(inPart, start.byte, 0);
-            if (!toTheEnd && checkpoint.byte + SyntaxTokenizer::lookAhead > lastByte)
+    std::int64_t nextWanted = start + spacing;
+    const auto visit = [&](std::span<const SyntaxSpan> spans, const SyntaxCheckpoint& inPart) {
+        const SyntaxCheckpoint checkpoint = moved(inPart, start, 0);
+        if (lastByte < size && checkpoint.byte + SyntaxTokenizer::lookAhead > lastByte)
+            return SyntaxTokenizer::stop;
+        painting.paint({progress.place.codeUnit, checkpoint.codeUnit - progress.place.codeUnit}, spans);
+        progress.place = checkpoint;
+        if (checkpoint.byte == size)
+            return SyntaxTokenizer::stop;
+
+        Checkpoints::iterator& old = progress.old;
+        while (old != checkpoints_.end() && old->byte + bytesAdded < checkpoint.byte)
+            ++old;
+        if (old != checkpoints_.end() && old->byte + bytesAdded == checkpoint.byte) {
+            progress.met = old->context == checkpoint.context;
+            if (progress.met)
                 return SyntaxTokenizer::stop;
-            while (old != checkpoints_.end() && old->byte + bytesAdded < checkpoint.byte)
-                ++old;
-            if (old != checkpoints_.end() && old->byte + bytesAdded == checkpoint.byte) {
-                if (old->context == checkpoint.context) {
-                    reading.met = old;
-                    reading.end = checkpoint.codeUnit;
-                    return SyntaxTokenizer::stop;
-                }
-                ++old;
-            }
-            if (checkpoint.byte >= nextWanted) {
-                reading.found.push_back(checkpoint);
-                nextWanted = checkpoint.byte + spacing;
-            }
-            const std::int64_t next =
-                old == checkpoints_.end() ? nextWanted : std::min(nextWanted, old->byte + bytesAdded);
-            return next - start.byte;
-        });
-    return reading;
+            ++old;
+        }
+        if (checkpoint.byte >= nextWanted) {
+            progress.found.push_back(checkpoint);
+            nextWanted = checkpoint.byte + spacing;
+        }
+        const std::int64_t next =
+            old == checkpoints_.end() ? nextWanted : std::min(nextWanted, old->byte + bytesAdded);
+        return next - start;
+    };
+    SyntaxTokenizer::resume(part, moved(progress.place, -start, 0), visit);
 }
 
 } // namespace corvanta

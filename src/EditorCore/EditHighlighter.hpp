@@ -5,12 +5,11 @@
 #include "EditorCore/EditorTheme.hpp"
 #include "EditorCore/SharedText.hpp"
 #include "EditorCore/SyntaxCheckpoint.hpp"
-#include "EditorCore/SyntaxSpan.hpp"
+#include "EditorCore/SyntaxPainting.hpp"
 #include "EditorCore/TextChange.hpp"
 #include "EditorCore/TextStorage.hpp"
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 namespace corvanta {
@@ -36,18 +35,19 @@ public:
 private:
     using Checkpoints = std::vector<SyntaxCheckpoint>;
 
-    /// What reading a part of the text has given.
-    struct Reading {
-        std::vector<SyntaxSpan> spans;
+    /// How far the colouring after an edit has come.
+    struct Progress {
+        /// Up to here the text is coloured.
+        SyntaxCheckpoint place;
+        /// The checkpoints on the way.
         Checkpoints found;
-        /// The first of the old checkpoints that holds again, when it was met before the part's end.
-        std::optional<Checkpoints::iterator> met;
-        /// In UTF-16 code units.
-        std::int64_t end = 0;
+        /// The first of the old checkpoints that may hold again.
+        Checkpoints::iterator old;
+        /// Whether that one does: then the text behind it has its colours.
+        bool met = false;
     };
 
-    Reading read(const SharedText& text, const SyntaxCheckpoint& start, std::int64_t lastByte,
-                 Checkpoints::iterator old);
+    void readOn(const SharedText& text, std::int64_t lastByte, Progress& progress, SyntaxPainting& painting);
 
     TextStorage& textStorage_;
 

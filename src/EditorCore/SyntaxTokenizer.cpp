@@ -43,11 +43,12 @@ public:
         for (std::size_t position = start_; position < text_.size(); position = read(position)) {
             if (static_cast<std::int64_t>(position) < nextVisit || !isCheckpoint(position))
                 continue;
-            nextVisit = visit({static_cast<std::int64_t>(position),
-                               cursor_.codeUnits(position, position).location, context_});
+            nextVisit = visit(spans_, checkpoint(position));
             if (nextVisit == SyntaxTokenizer::stop)
                 return;
+            spans_.clear();
         }
+        visit(spans_, checkpoint(text_.size()));
     }
 
 private:
@@ -56,6 +57,11 @@ private:
     /// after it.
     bool isCheckpoint(std::size_t position) const {
         return context_ != SyntaxContext::style || (text_[position] != ' ' && text_[position] != '\t');
+    }
+
+    SyntaxCheckpoint checkpoint(std::size_t position) {
+        return {static_cast<std::int64_t>(position), cursor_.codeUnits(position, position).location,
+                context_};
     }
 
     std::size_t read(std::size_t position) {
@@ -431,8 +437,8 @@ void SyntaxTokenizer::tokenize(std::string_view text, const Consume& consume) {
     consume(spans);
 }
 
-void SyntaxTokenizer::resume(std::string_view text, const SyntaxCheckpoint& checkpoint,
-                             std::vector<SyntaxSpan>& spans, const Visit& visit) {
+void SyntaxTokenizer::resume(std::string_view text, const SyntaxCheckpoint& checkpoint, const Visit& visit) {
+    std::vector<SyntaxSpan> spans;
     Scan(text, checkpoint, spans).run(visit);
 }
 

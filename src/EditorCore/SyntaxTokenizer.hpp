@@ -25,18 +25,18 @@ struct SyntaxTokenizer {
     using Consume = std::function<void(std::span<const SyntaxSpan>)>;
     static void tokenize(std::string_view text, const Consume& consume);
 
-    /// Is shown a checkpoint; answers with the byte from which on it wants to see the next one, or `stop`.
-    using Visit = std::function<std::int64_t(const SyntaxCheckpoint&)>;
+    /// Is shown the spans behind the last checkpoint that it saw, and the checkpoint at which they end;
+    /// answers with the byte from which on it wants to see the next one, or `stop`.
+    using Visit = std::function<std::int64_t(std::span<const SyntaxSpan>, const SyntaxCheckpoint&)>;
     static constexpr std::int64_t stop = -1;
 
     /// An edit at least this many bytes behind a checkpoint does not change the spans before the checkpoint.
     static constexpr std::int64_t lookAhead = 16;
 
-    /// Appends to `spans` those from `checkpoint` to the end of the text, or to the checkpoint at which
-    /// `visit` answers `stop`. A checkpoint holds for every text that is the same up to it and `lookAhead`
-    /// bytes beyond.
-    static void resume(std::string_view text, const SyntaxCheckpoint& checkpoint,
-                       std::vector<SyntaxSpan>& spans, const Visit& visit);
+    /// Shows `visit` the spans from `checkpoint` to the end of the text, which it sees as the last
+    /// checkpoint, or to the one at which it answers `stop`. A checkpoint holds for every text that is the
+    /// same up to it and `lookAhead` bytes beyond.
+    static void resume(std::string_view text, const SyntaxCheckpoint& checkpoint, const Visit& visit);
 };
 
 } // namespace corvanta

@@ -40,6 +40,19 @@ TEST_F(EditHighlighterTest, ColoursTheWholeTextAtFirst) {
     EXPECT_EQ(runs(), SyntaxTokenizer::tokenize(storage.text().string()));
 }
 
+TEST_F(EditHighlighterTest, ColoursATextThatIsReadInManyPieces) {
+    std::string text;
+    while (text.size() < 3'000'000)
+        text += longPage();
+    replace(0, 0, text);
+    EXPECT_EQ(runs(), SyntaxTokenizer::tokenize(text));
+}
+
+TEST_F(EditHighlighterTest, ColoursACommentThatIsLongerThanWhatIsReadAtOnce) {
+    replace(0, 0, longPage() + "<!--" + std::string(3'000'000, 'x') + "-->" + longPage());
+    EXPECT_EQ(runs(), SyntaxTokenizer::tokenize(storage.text().string()));
+}
+
 TEST_F(EditHighlighterTest, ReadsOnlyTheNeighbourhoodOfAKey) {
     replace(0, 0, longPage());
     storage.addedRuns = 0;

@@ -179,13 +179,13 @@ void CorvantaApp::addFileActions() {
 }
 
 void CorvantaApp::addCommandLineActions() {
-    CommandLine::addActions(*this, {[this](std::string_view bytes) {
-                                        finishLaunching(DocumentWindows::Restoration::unsavedOnly);
-                                        documentWindows_->openUntitled(TextDecoding::string(bytes));
-                                    },
-                                    [this](const std::filesystem::path& path, int line) {
-                                        documentWindows_->goToLine(path, line);
-                                    }});
+    CommandLine::addActions(
+        *this,
+        {[this](std::string_view bytes) {
+             finishLaunching(DocumentWindows::Restoration::unsavedOnly);
+             documentWindows_->openUntitled(TextDecoding::string(std::string(bytes)));
+         },
+         [this](const std::filesystem::path& path, int line) { documentWindows_->goToLine(path, line); }});
 }
 
 void CorvantaApp::addWindowActions() {

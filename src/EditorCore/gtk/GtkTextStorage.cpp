@@ -15,8 +15,9 @@ Gdk::RGBA rgba(const Color& color) {
 
 } // namespace
 
-GtkTextStorage::GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, UndoHistory& history)
-    : buffer_(std::move(buffer)), history_(history) {
+GtkTextStorage::GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, SharedText text, UndoHistory& history)
+    : buffer_(std::move(buffer)), text_(std::move(text)), history_(history) {
+    fillBuffer();
     for (Paint& paint : paints_)
         paint.tag = buffer_->create_tag();
 
@@ -40,6 +41,17 @@ GtkTextStorage::GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, UndoHistory
                                             [&](const Paint& paint) { return paint.tag == tag; }))
                 buffer_->remove_tag(tag, first, last);
         }));
+}
+
+void GtkTextStorage::fillBuffer() {
+    std::string text = text_.string();
+    nulStandIn_ = NulStandIn(text);
+    const std::string shown = nulStandIn_.shown(std::move(text));
+    // Not through the binding, which would make and check a string of its own: this is most of what opening a
+    // large text takes.
+    gtk_text_buffer_set_text(buffer_->gobj(), shown.data(), static_cast<int>(shown.size()));
+    runs_.didInsert(0, length());
+    painted_.didInsert(0, length());
 }
 
 void GtkTextStorage::bufferWillInsert(const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted) {

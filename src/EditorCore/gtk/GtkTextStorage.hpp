@@ -28,8 +28,9 @@ namespace corvanta {
 /// later reading.
 class GtkTextStorage final : public TextStorage {
 public:
-    /// What happens to the text is recorded in `history`, which outlives the storage.
-    GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, UndoHistory& history);
+    /// Fills `buffer` with `text`. What happens to it from then on is recorded in `history`, which outlives
+    /// the storage.
+    GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, SharedText text, UndoHistory& history);
 
     SharedText text() const override { return text_; }
     std::int64_t length() const override { return text_.end().codeUnit; }
@@ -86,6 +87,7 @@ private:
         DynamicColor color;
     };
 
+    void fillBuffer();
     void bufferWillInsert(const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted);
     void bufferWillErase(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
     void erase(std::int64_t first, std::int64_t last);

@@ -22,14 +22,38 @@ constexpr int inset = 8;
 /// A tab is shown as wide as this many characters.
 constexpr unsigned tabWidth = 4;
 
-GtkTextView* plainSourceView() {
+GtkTextBuffer* plainSourceBuffer() {
     GtkSourceBuffer* buffer = gtk_source_buffer_new(nullptr);
     gtk_source_buffer_set_highlight_syntax(buffer, FALSE);
     gtk_source_buffer_set_highlight_matching_brackets(buffer, TRUE);
     gtk_source_buffer_set_implicit_trailing_newline(buffer, FALSE);
-    GtkWidget* view = gtk_source_view_new_with_buffer(buffer);
+    gtk_text_buffer_set_enable_undo(GTK_TEXT_BUFFER(buffer), FALSE);
+    return GTK_TEXT_BUFFER(buffer);
+}
+
+/// Set up before it has a text: each of these has all lines of a text laid out anew.
+GtkTextView* plainSourceView() {
+    GtkWidget* widget = gtk_source_view_new();
+    auto* view = GTK_TEXT_VIEW(widget);
+    gtk_text_view_set_wrap_mode(view, GTK_WRAP_WORD_CHAR);
+    gtk_text_view_set_left_margin(view, inset);
+    gtk_text_view_set_right_margin(view, inset);
+    gtk_text_view_set_top_margin(view, inset);
+    gtk_text_view_set_bottom_margin(view, inset);
+    gtk_text_view_set_monospace(view, TRUE);
+    gtk_text_view_set_input_hints(view, GTK_INPUT_HINT_NO_SPELLCHECK);
+
+    auto* sourceView = GTK_SOURCE_VIEW(widget);
+    gtk_source_view_set_tab_width(sourceView, tabWidth);
+    gtk_source_view_set_highlight_current_line(sourceView, TRUE);
+    // The line numbers also keep the view drawing at every key: without them a letter typed into a long text
+    // waits for the widget's idle work before it is seen.
+    gtk_source_view_set_show_line_numbers(sourceView, TRUE);
+
+    GtkTextBuffer* buffer = plainSourceBuffer();
+    gtk_text_view_set_buffer(view, buffer);
     g_object_unref(buffer);
-    return GTK_TEXT_VIEW(view);
+    return view;
 }
 
 /// `place`, or the start of the line end that it cuts in two: the widget cannot draw a caret there.
@@ -55,27 +79,10 @@ bool asksForNewline(guint key, Gdk::ModifierType modifiers) {
 
 IndentingTextView::IndentingTextView(const SharedText& text, UndoHistory& history)
     : Gtk::TextView(plainSourceView()),
-      textStorage_(get_buffer(), history),
+      textStorage_(get_buffer(), text, history),
       history_(history),
       dragStep_(*this) {
-    set_wrap_mode(Gtk::WrapMode::WORD_CHAR);
-    set_left_margin(inset);
-    set_right_margin(inset);
-    set_top_margin(inset);
-    set_bottom_margin(inset);
-    set_monospace(true);
-    set_input_hints(Gtk::InputHints::NO_SPELLCHECK);
-    get_buffer()->set_enable_undo(false);
-
-    auto* view = GTK_SOURCE_VIEW(gobj());
-    gtk_source_view_set_tab_width(view, tabWidth);
-    gtk_source_view_set_highlight_current_line(view, TRUE);
-    // The line numbers also keep the view drawing at every key: without them a letter typed into a long text
-    // waits for the widget's idle work before it is seen.
-    gtk_source_view_set_show_line_numbers(view, TRUE);
     describeForScreenReaders();
-
-    textStorage_.replaceText(text);
     get_buffer()->place_cursor(get_buffer()->begin());
     followSteps();
     followKeys();
