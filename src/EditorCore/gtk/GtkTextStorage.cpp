@@ -20,6 +20,7 @@ GtkTextStorage::GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, SharedText 
     fillBuffer();
     for (Paint& paint : paints_)
         paint.tag = buffer_->create_tag();
+    fence_ = buffer_->create_tag();
 
     applyBase();
 
@@ -207,14 +208,16 @@ void GtkTextStorage::paint(const Gtk::TextBuffer::iterator& first, const Gtk::Te
         return;
 
     const auto place = [this](std::int64_t codeUnit) { return iterator(text_.atCodeUnit(codeUnit)); };
+    isPainting_ = true;
+    buffer_->apply_tag(fence_, place(stale->location), place(stale->end()));
     for (const Paint& paint : paints_)
         buffer_->remove_tag(paint.tag, place(stale->location), place(stale->end()));
-    isPainting_ = true;
     for (const SyntaxSpan& run : overlapping(wanted, *stale)) {
         const std::int64_t from = std::max(run.range.location, stale->location);
         const std::int64_t to = std::min(run.range.end(), stale->end());
         buffer_->apply_tag(paints_[index(run.token)].tag, place(from), place(to));
     }
+    buffer_->remove_tag(fence_, place(stale->location), place(stale->end()));
     isPainting_ = false;
     painted_.didPaint(*stale, wanted);
 }

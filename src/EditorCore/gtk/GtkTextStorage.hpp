@@ -98,6 +98,11 @@ private:
 
     Glib::RefPtr<Gtk::TextBuffer> buffer_;
     std::array<Paint, allCases.size()> paints_;
+
+    /// Looks like nothing. The buffer cuts a line into pieces where a tag starts or ends, and each cut copies
+    /// and counts both parts: with this one around what is painted, none reaches over the rest of a long
+    /// line.
+    Glib::RefPtr<Gtk::TextTag> fence_;
     Glib::RefPtr<Gtk::CssProvider> style_ = Gtk::CssProvider::create();
     EditorFont font_;
     DynamicColor baseColor_ = standardTextColor;
