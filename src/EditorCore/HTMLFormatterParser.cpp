@@ -65,6 +65,7 @@ void HTMLFormatterParser::run() {
     while (!openNames_.empty())
         close(text_.size(), text_.size());
     handOver(pieces_.size());
+    printer_.finish();
 }
 
 std::size_t HTMLFormatterParser::readMarkup(std::size_t position) {
@@ -304,10 +305,12 @@ HTMLFormatterPiece* HTMLFormatterParser::innermostOpening() {
 }
 
 std::size_t HTMLFormatterParser::settledPieces() const {
-    if (unsettledElements_ == 0)
-        return pieces_.back().joinsRun() ? 0 : pieces_.size();
-    const std::size_t outermost = openPieces_[openPieces_.size() - unsettledElements_] - printedPieces_;
-    return pieces_[outermost].joinsRun() ? 0 : outermost;
+    std::size_t settled = pieces_.size();
+    if (unsettledElements_ > 0)
+        settled = openPieces_[openPieces_.size() - unsettledElements_] - printedPieces_;
+    if (settled > 0 && pieces_[settled - 1].kind == Kind::text)
+        --settled;
+    return settled;
 }
 
 void HTMLFormatterParser::handOver(std::size_t count) {

@@ -71,8 +71,8 @@ private:
     /// The opening of the innermost open element that is inside no inline one; none when it is printed.
     HTMLFormatterPiece* innermostOpening();
 
-    /// How many of the pieces can be printed already: it is known how each is, and behind them starts a
-    /// block.
+    /// How many of the pieces can be printed already: it is known how each is, and the last is no text, which
+    /// means something else if it is all of a run.
     std::size_t settledPieces() const;
     /// Hands the first `count` pieces over.
     void handOver(std::size_t count);

@@ -23,31 +23,29 @@ void HTMLFormatterPrinter::print(std::span<const HTMLFormatterPiece> pieces) {
             index = lastOf(index);
             continue;
         }
-        flushRun(index);
+        printRun(index);
+        endRun();
         index = printBlock(index);
         runStart_ = index + 1;
     }
-    flushRun(pieces_.size());
+    printRun(pieces_.size());
 }
 
 std::size_t HTMLFormatterPrinter::lastOf(std::size_t index) const {
     return pieces_[index].kind == Kind::opening ? pieces_[index].closing : index;
 }
 
-void HTMLFormatterPrinter::flushRun(std::size_t end) {
+void HTMLFormatterPrinter::printRun(std::size_t end) {
     if (runStart_ == end)
         return;
     // A line always holds something else than white space, so that a run of nothing else makes none.
     const HTMLFormatterPiece& first = pieces_[runStart_];
-    const bool isSpaceBetweenBlocks =
-        end - runStart_ == 1 && first.kind == Kind::text && Space::fills(first.text);
-    if (!isSpaceBetweenBlocks)
-        printRun(end);
-    else if (std::count(first.text.begin(), first.text.end(), '\n') >= 2)
-        lines_.leaveEmpty(1);
-}
-
-void HTMLFormatterPrinter::printRun(std::size_t end) {
+    if (!isInRun_ && end - runStart_ == 1 && first.kind == Kind::text && Space::fills(first.text)) {
+        if (std::count(first.text.begin(), first.text.end(), '\n') >= 2)
+            lines_.leaveEmpty(1);
+        return;
+    }
+    isInRun_ = true;
     for (std::size_t index = runStart_; index < end; ++index) {
         if (pieces_[index].kind == Kind::text) {
             printRunText(pieces_[index].text);
@@ -58,7 +56,11 @@ void HTMLFormatterPrinter::printRun(std::size_t end) {
         printInline(index, last + 1);
         index = last;
     }
+}
+
+void HTMLFormatterPrinter::endRun() {
     endRunLine();
+    isInRun_ = false;
 }
 
 std::size_t HTMLFormatterPrinter::printBlock(std::size_t index) {

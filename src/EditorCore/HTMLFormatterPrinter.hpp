@@ -18,9 +18,12 @@ public:
     HTMLFormatterPrinter(std::size_t pageSize, std::size_t limit)
         : lines_(pageSize + pageSize / 4), limit_(limit) {}
 
-    /// Prints the next pieces of the page. No run of text and no element that does not cascade goes on in
-    /// those after them.
+    /// Prints the next pieces of the page. No element that does not cascade goes on in those after them; a
+    /// run of text may, unless the last of them is text.
     void print(std::span<const HTMLFormatterPiece> pieces);
+
+    /// Tells that there are no more pieces.
+    void finish() { endRun(); }
 
     /// Whether the formatted text exceeds the limit already.
     bool isTooLong() const { return lines_.finalSize() > limit_; }
@@ -35,8 +38,8 @@ private:
     std::size_t lastOf(std::size_t index) const;
 
     /// Lays out the pieces before `end` that were collected to stand in lines of text.
-    void flushRun(std::size_t end);
     void printRun(std::size_t end);
+    void endRun();
 
     /// Prints what starts at `index` and returns the index of the last piece that was printed.
     std::size_t printBlock(std::size_t index);
@@ -57,6 +60,8 @@ private:
     std::size_t limit_;
     std::size_t depth_ = 0;
     std::size_t runStart_ = 0;
+    /// Whether pieces of the run were printed already.
+    bool isInRun_ = false;
     bool isInRunLine_ = false;
     /// Where the line of the run starts, in bytes.
     std::size_t runLineStart_ = 0;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <ranges>
 
 namespace corvanta {
 
@@ -200,19 +201,23 @@ bool GtkTextStorage::isPainted(const Gtk::TextBuffer::iterator& first,
     return !painted_.staleRange(range, runs_.overlapping(range));
 }
 
-void GtkTextStorage::paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) {
+bool GtkTextStorage::paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last,
+                           std::int64_t most) {
     const TextRange range = codeUnits(first, last);
     const std::vector<SyntaxSpan> wanted = runs_.overlapping(range);
-    const std::optional<TextRange> stale = painted_.staleRange(range, wanted);
+    std::optional<TextRange> stale = painted_.staleRange(range, wanted);
     if (!stale)
-        return;
+        return true;
+    const bool isAll = stale->length <= most;
+    stale->length = std::min(stale->length, most);
 
     const auto place = [this](std::int64_t codeUnit) { return iterator(text_.atCodeUnit(codeUnit)); };
     isPainting_ = true;
     buffer_->apply_tag(fence_, place(stale->location), place(stale->end()));
     for (const Paint& paint : paints_)
         buffer_->remove_tag(paint.tag, place(stale->location), place(stale->end()));
-    for (const SyntaxSpan& run : overlapping(wanted, *stale)) {
+    // From the end, so that the buffer finds each place and the tag's next end after few of these pieces.
+    for (const SyntaxSpan& run : std::views::reverse(overlapping(wanted, *stale))) {
         const std::int64_t from = std::max(run.range.location, stale->location);
         const std::int64_t to = std::min(run.range.end(), stale->end());
         buffer_->apply_tag(paints_[index(run.token)].tag, place(from), place(to));
@@ -220,6 +225,7 @@ void GtkTextStorage::paint(const Gtk::TextBuffer::iterator& first, const Gtk::Te
     buffer_->remove_tag(fence_, place(stale->location), place(stale->end()));
     isPainting_ = false;
     painted_.didPaint(*stale, wanted);
+    return isAll;
 }
 
 } // namespace corvanta

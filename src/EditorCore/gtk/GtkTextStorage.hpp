@@ -66,8 +66,10 @@ public:
     /// Whether the buffer shows the runs between the two places.
     bool isPainted(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) const;
 
-    /// Makes the buffer show the runs between the two places. Does nothing where it shows them already.
-    void paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
+    /// Makes the buffer show the runs between the two places. Does nothing where it shows them already, and
+    /// stops when it has come `most` code units further; false if there is more to do.
+    bool paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last,
+               std::int64_t most);
 
     /// Chooses the colours' values; nothing is painted anew for it.
     void setAppearance(Appearance appearance);

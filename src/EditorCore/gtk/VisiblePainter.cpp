@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <limits>
 
 namespace corvanta {
 
@@ -22,6 +24,10 @@ constexpr int longLine = 8192;
 /// How many characters of a long line are painted beyond those that are seen, so that not every key that
 /// moves the line's pieces up or down needs another painting.
 constexpr int sparePart = 400;
+
+/// The most code units that are painted in a frame where a line is long. A view that does not know its size
+/// yet may claim to show all of the line, and painting all of a megabyte takes minutes.
+constexpr std::int64_t mostOfALongLine = 8192;
 
 bool isLong(const Gtk::TextBuffer::iterator& place) {
     return place.get_bytes_in_line() > longLine;
@@ -113,7 +119,9 @@ void VisiblePainter::paintLines(int y, int height) {
         last.forward_chars(std::min(sparePart, last.get_chars_in_line() - last.get_line_offset()));
     else
         last.forward_to_line_end();
-    storage_.paint(first, last);
+    const bool isCheap = !isLong(first) && !isLong(last);
+    if (!storage_.paint(first, last, isCheap ? std::numeric_limits<std::int64_t>::max() : mostOfALongLine))
+        paintBeforeNextFrame();
 }
 
 } // namespace corvanta

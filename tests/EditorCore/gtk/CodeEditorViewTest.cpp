@@ -71,7 +71,7 @@ protected:
 
 TEST_F(CodeEditorViewTest, ShowsTheTextInTheColoursOfItsTheme) {
     open("<p class=\"a\">Grüße</p>\n<!-- ü -->\n");
-    EXPECT_EQ(shownColors(), expectedColors());
+    EXPECT_TRUE(waitUntil([&] { return shownColors() == expectedColors(); }));
     EXPECT_EQ(colorAt(0), "0b60c8");
     EXPECT_EQ(colorAt(13), "");
 }

@@ -57,6 +57,28 @@ TEST_F(OddDocumentTest, KeepsALineOfAMegabyte) {
     EXPECT_TRUE(becomes(text.substr(0, 500'000) + "x" + text.substr(500'000)));
 }
 
+/// How often the colours change in the text.
+int toggles(const IndentingTextView& view) {
+    int count = 0;
+    for (auto place = view.get_buffer()->begin(); place.forward_to_tag_toggle({});)
+        ++count;
+    return count;
+}
+
+TEST_F(OddDocumentTest, ColoursALongLineFrameByFrame) {
+    std::string text;
+    while (text.size() < 30'000)
+        text += "<b c=\"d\">x</b>";
+    open(text);
+    ASSERT_TRUE(waitUntil([&] { return toggles(view->textView()) > 0; }));
+    const int before = toggles(view->textView());
+    // Now all of the line fits into the window.
+    view->setFontSize(1);
+    ASSERT_TRUE(waitUntil([&] { return toggles(view->textView()) > before; }));
+    const int atFirst = toggles(view->textView());
+    ASSERT_TRUE(waitUntil([&] { return toggles(view->textView()) > 2 * atFirst; }));
+}
+
 TEST_F(OddDocumentTest, ShowsNulThatIsPutIntoATextWithoutOne) {
     open("ab");
     model->text = SharedText("a\0b"s);
