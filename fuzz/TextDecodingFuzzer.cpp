@@ -32,7 +32,7 @@ void require(bool holds) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const std::string text = corvanta::TextDecoding::string(bytes);
+    const std::string text = corvanta::TextDecoding::string(std::string(bytes));
     require(isWellFormed(text));
     require(corvanta::Utf8::isValid(bytes) == isWellFormed(bytes));
     require(isWellFormed(corvanta::Utf8::repaired(bytes)));
