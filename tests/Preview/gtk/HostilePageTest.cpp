@@ -1,5 +1,5 @@
+#include "HostilePageFixture.hpp"
 #include "Platform/gtk/GObjectReference.hpp"
-#include "PreviewColumnFixture.hpp"
 #include "Support/gtk/WindowPixels.hpp"
 
 #include <gtkmm/entry.h>
@@ -12,15 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Pages that try to get at what they should not.
-class HostilePageTest : public PreviewColumnFixture {
+class HostilePageTest : public HostilePageFixture {
 protected:
-    /// The page tried what it could; its source and its place are as they were.
-    void expectNothingHappened() {
-        letPass(600ms);
-        EXPECT_EQ(edits, 0) << source;
-        EXPECT_EQ(inPage("location.href"), "vmpreview://dokument/index.html");
-    }
-
     /// Shows a page that runs `script`, and waits until the view shows the page again for good.
     void expectThatThePageStays(const std::string& script) {
         show("<h1>diese</h1><a id=a>x</a><script>" + script + "</script>");
@@ -267,87 +260,6 @@ TEST_F(HostilePageTest, IsRefusedEverythingForAsLongAsTheEngineKeepsTheView) {
         EXPECT_TRUE(
             g_signal_has_handler_pending(kept.get(), g_signal_lookup(signal, WEBKIT_TYPE_WEB_VIEW), 0, FALSE))
             << signal;
-}
-
-/// Much is refused to a page anyway as long as nobody has clicked into it.
-class ClickedPageTest : public HostilePageTest {
-protected:
-    /// Shows a page that runs `script` whenever it is clicked, and clicks into it.
-    void click(const std::string& script) {
-        showEditable(
-            "<style>body { margin: 0; background: red }</style><h1>diese</h1><script>"
-            "window.results = [];"
-            "const ask = promise => Promise.resolve().then(promise).then(() => results.push('ja'), "
-            "() => results.push('nein'));"
-            "addEventListener('click', () => { if (!navigator.userActivation.isActive || window.clicked)"
-            "return; window.clicked = true; " +
-            script + " });</script>");
-        ASSERT_TRUE(waitUntil([this] {
-            return pixelOnScreen(*column.webView(), 300, 200) == PixelColor{255, 0, 0};
-        }));
-        // The engine does not take every click on a busy machine for the user's.
-        for (int tries = 0; tries < 20 && inPage("window.clicked") != "true"; ++tries) {
-            clickOnScreen(*column.webView(), 300, 200);
-            letPass(300ms);
-        }
-        ASSERT_EQ(inPage("window.clicked"), "true");
-    }
-
-    void expectOneOrdinaryWindow() {
-        letPass(300ms);
-        EXPECT_EQ(Gtk::Window::list_toplevels().size(), 1U);
-        EXPECT_FALSE(gtk_window_is_fullscreen(window.window().gobj()));
-        expectNothingHappened();
-    }
-};
-
-TEST_F(ClickedPageTest, OpensNoWindow) {
-    click("results.push(window.open('about:blank') === null ? 'nein' : 'ja');"
-          "results.push(window.open('https://127.0.0.1:9/', 'x', 'popup') === null ? 'nein' : 'ja');");
-    EXPECT_TRUE(becomes("results.join()", "nein,nein"));
-    expectOneOrdinaryWindow();
-    EXPECT_TRUE(openedLinks.empty());
-}
-
-TEST_F(ClickedPageTest, DoesNotFillTheScreen) {
-    click("ask(() => (document.documentElement.requestFullscreen ?? document.documentElement"
-          ".webkitRequestFullscreen).call(document.documentElement)"
-          ".then(() => { if (!document.fullscreenElement) throw 0; }));");
-    EXPECT_TRUE(becomes("results.join()", "nein"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, ShowsNoDialog) {
-    click("print(); alert(1); confirm(2); prompt(3);"
-          "for (const type of ['file', 'color', 'date']) { const input = document.createElement('input');"
-          "input.type = type; document.body.append(input); input.click();"
-          "try { input.showPicker(); } catch {} } results.push('fertig');");
-    EXPECT_TRUE(becomes("results.join()", "fertig"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, PrintsNothing) {
-    click("print(); alert(1); print(); document.execCommand('print'); results.push('fertig');");
-    EXPECT_TRUE(becomes("results.join()", "fertig"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, SeesAndHearsNothingOfTheMachine) {
-    click("ask(() => navigator.mediaDevices.getUserMedia({ audio: true }));"
-          "ask(() => navigator.mediaDevices.getDisplayMedia());"
-          "ask(() => new Promise((yes, no) => navigator.geolocation.getCurrentPosition(yes, no)));"
-          "ask(() => Notification.requestPermission().then(p => { if (p !== 'granted') throw p; }));");
-    EXPECT_TRUE(becomes("results.join()", "nein,nein,nein,nein"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, ReadsNoClipboard) {
-    gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(window.window().gobj())), "GEHEIM");
-    click("navigator.clipboard.readText().then(t => results.push(t), () => results.push('nein'));"
-          "addEventListener('paste', e => results.push(e.clipboardData.getData('text/plain')));"
-          "results.push(String(document.execCommand('paste')));");
-    EXPECT_TRUE(becomes("results.sort().join()", "false,nein"));
-    EXPECT_EQ(inPage("document.body.textContent.includes('GEHEIM')"), "false");
 }
 
 TEST_F(HostilePageTest, OpensALinkOnlyByTheUsersClick) {
