@@ -6,7 +6,7 @@
 // Each reload changes one comment of the page. Prints one line each:
 //   bare: the page in a bare web view of the same size until it has finished loading
 //   reload: from the new text to its finished picture on the screen, without the wait for the next key
-//   memory: proportional memory of all processes after 50 reloads and at the end
+//   memory: proportional memory of all processes after 50 reloads and at the end, and by how much it grew
 //   page key: from a key press in the page to the changed source
 //   crash: from the death of the page's process until the preview has noticed, and until the page is back
 
@@ -195,8 +195,11 @@ public:
             pause(50ms);
         }
         print("reload", samples);
-        if (reloads > 50)
-            fmt::print("memory: after_50_mb={:.0f} end_mb={:.0f}\n", memoryAfter50, memoryOfTheTree());
+        if (reloads > 50) {
+            const double memoryAtTheEnd = memoryOfTheTree();
+            fmt::print("memory: after_50_mb={:.0f} end_mb={:.0f} growth_percent={:.1f}\n", memoryAfter50,
+                       memoryAtTheEnd, 100 * (memoryAtTheEnd / memoryAfter50 - 1));
+        }
     }
 
     void measureKeysInThePage(int keys) {
