@@ -136,6 +136,24 @@ INSTANTIATE_TEST_SUITE_P(
                "rot\ngrün\nblau"}),
     [](const auto& test) { return std::string(test.param.name); });
 
+TEST_F(StructuralEdits, LeaveTheSourceAloneOfAPageThatHearsOfThemFirst) {
+    const auto html = [](int number, std::string_view heading) {
+        return fmt::format("<p style=color:red>eins.</p><p style=color:blue>„zwei "
+                           "drei</p><h1>{}</h1><script>addEventListener('input', () => "
+                           "{{}}, true);</script><!-- {} -->",
+                           heading, number);
+    };
+    for (int number = 0; number < tries(); ++number) {
+        showEditable(html(number, "Kopf"));
+        putCaret("p", 4);
+        keyboard.press("Control+Delete");
+        ASSERT_TRUE(becomes("document.querySelectorAll('p').length", "1"));
+        putCaret("h1", 4);
+        keyboard.type("x");
+        ASSERT_TRUE(sourceBecomes(html(number, "Kopfx"))) << "try " << number;
+    }
+}
+
 TEST_F(StructuralEdits, LeaveTheSourceAloneWhenUndone) {
     for (int number = 0; number < tries(); ++number) {
         showPage(number);
