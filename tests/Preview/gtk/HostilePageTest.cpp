@@ -4,6 +4,8 @@
 
 #include <gtkmm/entry.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 namespace corvanta {
@@ -289,6 +291,13 @@ class BusyPageTest : public HostilePageTest {
 protected:
     BusyPageTest() { column.prepend(entry); }
 
+    void SetUp() override {
+        HostilePageTest::SetUp();
+        const auto start = std::chrono::steady_clock::now();
+        showEditable("<p>da</p>");
+        firstPageTook_ = std::chrono::steady_clock::now() - start;
+    }
+
     void expectThatTheWindowAnswers() {
         entry.grab_focus();
         entry.set_text("");
@@ -298,40 +307,48 @@ protected:
         EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
     }
 
-    void expectThatTheNextTextIsShownWithin(std::chrono::milliseconds limit) {
+    /// Five seconds on a machine with nothing else to do. Beside much other work a page's process alone takes
+    /// long to start.
+    void expectThatTheNextTextIsShownSoon() {
+        using Duration = std::chrono::milliseconds;
         show("<p>heil</p>");
-        EXPECT_TRUE(waitUntil([this] { return column.coordinator()->isSettled(); }, limit));
+        EXPECT_TRUE(waitUntil([this] { return column.coordinator()->isSettled(); },
+                              std::max<Duration>(5s, PreviewCoordinator::patience +
+                                                         4 * std::chrono::ceil<Duration>(firstPageTook_))));
         EXPECT_TRUE(becomes("document.body.textContent", "heil"));
     }
 
     Gtk::Entry entry;
+
+private:
+    std::chrono::steady_clock::duration firstPageTook_{};
 };
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableDuringAnEndlessLoop) {
     show("<p>x</p><script>for (;;);</script>");
     letPass(1s);
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableDuringALoopThatBeginsLater) {
     show("<p>x</p><script>setTimeout(() => { for (;;); }, 300);</script>");
     letPass(1s);
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableDuringAlertsInALoop) {
     show("<p>x</p><script>for (;;) alert('x');</script>");
     letPass(1s);
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableUnderAFloodOfRequests) {
     show("<p>x</p><script>for (let i = 0; i < 5000; ++i) fetch('fehlt' + i);</script>");
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 } // namespace
