@@ -224,7 +224,10 @@
 	let editTimer = 0;
 	let placesTimer = 0;
 
-	const observer = new MutationObserver(function () {});
+	// What the engine changes for an input. A listener of the page's own that hears of the input first has the
+	// changes told before this script asks for them.
+	let told = [];
+	const observer = new MutationObserver(function (records) { told = told.concat(records); });
 	// Watches the page from the look ahead to the report.
 	const changes = new MutationObserver(heedChanges);
 
@@ -322,13 +325,14 @@
 			atCaret: node !== null && window.getSelection().isCollapsed,
 			counts: counts
 		};
+		told = [];
 		observer.observe(document, {
 			subtree: true, childList: true, characterData: true, characterDataOldValue: true
 		});
 	}, true);
 
 	document.addEventListener("input", function (event) {
-		const records = observer.takeRecords();
+		const records = told.concat(observer.takeRecords());
 		observer.disconnect();
 		if (current === null)
 			return;

@@ -6,7 +6,8 @@
 // Each reload changes one comment of the page. Prints one line each:
 //   bare: the page in a bare web view of the same size until it has finished loading
 //   reload: from the new text to its finished picture on the screen, without the wait for the next key
-//   memory: proportional memory of all processes after 50 reloads and at the end
+//   memory: proportional memory of all processes after the first 50 reloads and at the end, and its growth;
+//     each the median over 50 reloads, since the engine clears up only now and then
 //   page key: from a key press in the page to the changed source
 //   crash: from the death of the page's process until the preview has noticed, and until the page is back
 
@@ -180,7 +181,8 @@ public:
 
     void measureReloads(int reloads) {
         Samples samples;
-        double memoryAfter50 = 0;
+        Samples memoryEarly;
+        Samples memoryLate;
         for (int reload = 1; reload <= reloads; ++reload) {
             const std::string text = version(page_, reload);
             samples.add(millisecondsOf([&] {
@@ -189,14 +191,18 @@ public:
                 column_.queue_draw();
                 runUntil([&] { return pictures_ > before; });
             }));
-            if (reload == 50)
-                memoryAfter50 = memoryOfTheTree();
+            if (reload > 50 && reload <= 100)
+                memoryEarly.add(memoryOfTheTree());
+            if (reload > 50 && reload > reloads - 50)
+                memoryLate.add(memoryOfTheTree());
             // What the engine does behind the picture is not the next reload's.
             pause(50ms);
         }
         print("reload", samples);
         if (reloads > 50)
-            fmt::print("memory: after_50_mb={:.0f} end_mb={:.0f}\n", memoryAfter50, memoryOfTheTree());
+            fmt::print("memory: after_50_mb={:.0f} end_mb={:.0f} growth_percent={:.1f}\n",
+                       memoryEarly.median(), memoryLate.median(),
+                       100 * (memoryLate.median() / memoryEarly.median() - 1));
     }
 
     void measureKeysInThePage(int keys) {

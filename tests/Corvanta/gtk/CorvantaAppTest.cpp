@@ -1,7 +1,9 @@
 #include "ApplicationTest.hpp"
 #include "EditorCore/DocumentTemplate.hpp"
+#include "Platform/gtk/SignalConnection.hpp"
 #include "Support/gtk/MainLoop.hpp"
 #include "Support/gtk/WidgetTree.hpp"
+#include "Support/gtk/WindowPixels.hpp"
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
@@ -41,6 +43,28 @@ protected:
         g_object_unref(controllers);
         g_value_unset(&value);
     }
+
+    /// Has a file dragged out of `widget`, as out of a file manager.
+    void offerFile(Gtk::Widget& widget, const std::filesystem::path& path) {
+        GFile* file = g_file_new_for_path(path.c_str());
+        GdkContentProvider* content = gdk_content_provider_new_typed(G_TYPE_FILE, file);
+        g_object_unref(file);
+        GtkDragSource* source = gtk_drag_source_new();
+        gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(source), GTK_PHASE_CAPTURE);
+        gtk_drag_source_set_content(source, content);
+        g_object_unref(content);
+        dragBegan = SignalConnection(
+            source, "drag-begin",
+            +[](GtkDragSource*, GdkDrag* begun, gpointer self) {
+                static_cast<CorvantaAppTest*>(self)->drag = begun;
+            },
+            this);
+        gtk_widget_add_controller(widget.gobj(), GTK_EVENT_CONTROLLER(source));
+    }
+
+    /// What is being dragged.
+    GdkDrag* drag = nullptr;
+    SignalConnection dragBegan;
 
     /// The labels of a menu and of its sections, one after another.
     static std::vector<std::string> labels(GMenuModel* menu) {
@@ -255,6 +279,36 @@ TEST_F(CorvantaAppTest, OpensFilesThatAreDroppedOnAWindow) {
     EXPECT_TRUE(waitUntil([] { return windowTitled("zwei_ä.html – Corvanta") != nullptr; }));
     EXPECT_NE(windowTitled("drei.html – Corvanta"), nullptr);
     EXPECT_EQ(text(window), "1");
+}
+
+TEST_F(CorvantaAppTest, OpensAFileThatIsDroppedOnThePage) {
+    folder.write("eins.html", "<p>eins</p>");
+    folder.write("zwei.html", "<p>zwei</p>");
+    DocumentWindow& window = open(folder / "eins.html");
+    ASSERT_TRUE(previewShows(window, "eins"));
+    IndentingTextView& source = textView(window);
+    offerFile(source, folder / "zwei.html");
+    Gtk::Widget& page = window.contentView().preview();
+    movePointer(source, 100, 100);
+    pressPointer(source);
+    ASSERT_EQ(inPreview(window, "addEventListener('dragenter', () => { window.isOver = true; }, true); 1"),
+              "1");
+    // Some way until the toolkit takes it for a drag.
+    int way = 0;
+    ASSERT_TRUE(waitUntil([&] {
+        movePointer(source, 100 + ++way % 50, 100);
+        return drag != nullptr;
+    }));
+    // The engine is asked, too, and would complain of a drag that is over before it has answered.
+    ASSERT_TRUE(waitUntil([&] {
+        movePointer(page, 60 + ++way % 50, 60);
+        return inPreview(window, "window.isOver") == "true";
+    }));
+    releasePointer(source);
+    EXPECT_TRUE(waitUntil([] { return windowTitled("zwei.html – Corvanta") != nullptr; }));
+    EXPECT_EQ(inPreview(window, "location.href + document.body.textContent"),
+              "vmpreview://dokument/eins.htmleins");
+    EXPECT_EQ(text(window), "<p>eins</p>");
 }
 
 TEST_F(CorvantaAppTest, AsksWhichTextToKeepWhenAFileWithEditsWasChangedOutside) {

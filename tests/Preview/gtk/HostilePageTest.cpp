@@ -1,9 +1,11 @@
+#include "HostilePageFixture.hpp"
 #include "Platform/gtk/GObjectReference.hpp"
-#include "PreviewColumnFixture.hpp"
 #include "Support/gtk/WindowPixels.hpp"
 
 #include <gtkmm/entry.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 namespace corvanta {
@@ -12,15 +14,8 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Pages that try to get at what they should not.
-class HostilePageTest : public PreviewColumnFixture {
+class HostilePageTest : public HostilePageFixture {
 protected:
-    /// The page tried what it could; its source and its place are as they were.
-    void expectNothingHappened() {
-        letPass(600ms);
-        EXPECT_EQ(edits, 0) << source;
-        EXPECT_EQ(inPage("location.href"), "vmpreview://dokument/index.html");
-    }
-
     /// Shows a page that runs `script`, and waits until the view shows the page again for good.
     void expectThatThePageStays(const std::string& script) {
         show("<h1>diese</h1><a id=a>x</a><script>" + script + "</script>");
@@ -269,87 +264,6 @@ TEST_F(HostilePageTest, IsRefusedEverythingForAsLongAsTheEngineKeepsTheView) {
             << signal;
 }
 
-/// Much is refused to a page anyway as long as nobody has clicked into it.
-class ClickedPageTest : public HostilePageTest {
-protected:
-    /// Shows a page that runs `script` whenever it is clicked, and clicks into it.
-    void click(const std::string& script) {
-        showEditable(
-            "<style>body { margin: 0; background: red }</style><h1>diese</h1><script>"
-            "window.results = [];"
-            "const ask = promise => Promise.resolve().then(promise).then(() => results.push('ja'), "
-            "() => results.push('nein'));"
-            "addEventListener('click', () => { if (!navigator.userActivation.isActive || window.clicked)"
-            "return; window.clicked = true; " +
-            script + " });</script>");
-        ASSERT_TRUE(waitUntil([this] {
-            return pixelOnScreen(*column.webView(), 300, 200) == PixelColor{255, 0, 0};
-        }));
-        // The engine does not take every click on a busy machine for the user's.
-        for (int tries = 0; tries < 20 && inPage("window.clicked") != "true"; ++tries) {
-            clickOnScreen(*column.webView(), 300, 200);
-            letPass(300ms);
-        }
-        ASSERT_EQ(inPage("window.clicked"), "true");
-    }
-
-    void expectOneOrdinaryWindow() {
-        letPass(300ms);
-        EXPECT_EQ(Gtk::Window::list_toplevels().size(), 1U);
-        EXPECT_FALSE(gtk_window_is_fullscreen(window.window().gobj()));
-        expectNothingHappened();
-    }
-};
-
-TEST_F(ClickedPageTest, OpensNoWindow) {
-    click("results.push(window.open('about:blank') === null ? 'nein' : 'ja');"
-          "results.push(window.open('https://127.0.0.1:9/', 'x', 'popup') === null ? 'nein' : 'ja');");
-    EXPECT_TRUE(becomes("results.join()", "nein,nein"));
-    expectOneOrdinaryWindow();
-    EXPECT_TRUE(openedLinks.empty());
-}
-
-TEST_F(ClickedPageTest, DoesNotFillTheScreen) {
-    click("ask(() => (document.documentElement.requestFullscreen ?? document.documentElement"
-          ".webkitRequestFullscreen).call(document.documentElement)"
-          ".then(() => { if (!document.fullscreenElement) throw 0; }));");
-    EXPECT_TRUE(becomes("results.join()", "nein"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, ShowsNoDialog) {
-    click("print(); alert(1); confirm(2); prompt(3);"
-          "for (const type of ['file', 'color', 'date']) { const input = document.createElement('input');"
-          "input.type = type; document.body.append(input); input.click();"
-          "try { input.showPicker(); } catch {} } results.push('fertig');");
-    EXPECT_TRUE(becomes("results.join()", "fertig"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, PrintsNothing) {
-    click("print(); alert(1); print(); document.execCommand('print'); results.push('fertig');");
-    EXPECT_TRUE(becomes("results.join()", "fertig"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, SeesAndHearsNothingOfTheMachine) {
-    click("ask(() => navigator.mediaDevices.getUserMedia({ audio: true }));"
-          "ask(() => navigator.mediaDevices.getDisplayMedia());"
-          "ask(() => new Promise((yes, no) => navigator.geolocation.getCurrentPosition(yes, no)));"
-          "ask(() => Notification.requestPermission().then(p => { if (p !== 'granted') throw p; }));");
-    EXPECT_TRUE(becomes("results.join()", "nein,nein,nein,nein"));
-    expectOneOrdinaryWindow();
-}
-
-TEST_F(ClickedPageTest, ReadsNoClipboard) {
-    gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(window.window().gobj())), "GEHEIM");
-    click("navigator.clipboard.readText().then(t => results.push(t), () => results.push('nein'));"
-          "addEventListener('paste', e => results.push(e.clipboardData.getData('text/plain')));"
-          "results.push(String(document.execCommand('paste')));");
-    EXPECT_TRUE(becomes("results.sort().join()", "false,nein"));
-    EXPECT_EQ(inPage("document.body.textContent.includes('GEHEIM')"), "false");
-}
-
 TEST_F(HostilePageTest, OpensALinkOnlyByTheUsersClick) {
     showEditable("<style>body { margin: 0 } a { display: block; height: 40px; background: red }</style>"
                  "<a href='https://example.org/seite?a=1#b'>Netz</a><a href='mailto:a@example.org'>Post</a>"
@@ -377,6 +291,13 @@ class BusyPageTest : public HostilePageTest {
 protected:
     BusyPageTest() { column.prepend(entry); }
 
+    void SetUp() override {
+        HostilePageTest::SetUp();
+        const auto start = std::chrono::steady_clock::now();
+        showEditable("<p>da</p>");
+        firstPageTook_ = std::chrono::steady_clock::now() - start;
+    }
+
     void expectThatTheWindowAnswers() {
         entry.grab_focus();
         entry.set_text("");
@@ -386,40 +307,48 @@ protected:
         EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
     }
 
-    void expectThatTheNextTextIsShownWithin(std::chrono::milliseconds limit) {
+    /// Five seconds on a machine with nothing else to do. Beside much other work a page's process alone takes
+    /// long to start.
+    void expectThatTheNextTextIsShownSoon() {
+        using Duration = std::chrono::milliseconds;
         show("<p>heil</p>");
-        EXPECT_TRUE(waitUntil([this] { return column.coordinator()->isSettled(); }, limit));
+        EXPECT_TRUE(waitUntil([this] { return column.coordinator()->isSettled(); },
+                              std::max<Duration>(5s, PreviewCoordinator::patience +
+                                                         4 * std::chrono::ceil<Duration>(firstPageTook_))));
         EXPECT_TRUE(becomes("document.body.textContent", "heil"));
     }
 
     Gtk::Entry entry;
+
+private:
+    std::chrono::steady_clock::duration firstPageTook_{};
 };
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableDuringAnEndlessLoop) {
     show("<p>x</p><script>for (;;);</script>");
     letPass(1s);
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableDuringALoopThatBeginsLater) {
     show("<p>x</p><script>setTimeout(() => { for (;;); }, 300);</script>");
     letPass(1s);
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableDuringAlertsInALoop) {
     show("<p>x</p><script>for (;;) alert('x');</script>");
     letPass(1s);
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 TEST_F(BusyPageTest, LeavesTheWindowUsableUnderAFloodOfRequests) {
     show("<p>x</p><script>for (let i = 0; i < 5000; ++i) fetch('fehlt' + i);</script>");
     expectThatTheWindowAnswers();
-    expectThatTheNextTextIsShownWithin(5s);
+    expectThatTheNextTextIsShownSoon();
 }
 
 } // namespace

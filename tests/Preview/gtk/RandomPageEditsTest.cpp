@@ -71,6 +71,11 @@ constexpr std::string_view selectAtRandom = R"(((text, start, length, both) => {
 		if (!["Shift", "Control"].includes(event.key))
 			++window.pressedKeys;
 	}, true);
+	// The program keeps the keys that paste to itself.
+	addEventListener("input", (event) => {
+		if (event.inputType === "insertFromPaste")
+			++window.pressedKeys;
+	}, true);
 	window.chosenText = selection.anchorNode.nodeType === Node.TEXT_NODE ? selection.anchorNode.data : "";
 	return node.parentNode.localName + " «" + node.data + "» " + from + " to " + to;
 }))";
@@ -113,16 +118,17 @@ const std::vector<Edit>& kindsOfEdits() {
     return all;
 }
 
-/// About `count` of `pages`, as many from every folder of real input, the same ones in every run.
+/// About `count` of `pages`, as many from every folder of real input, one folder after the other by turns,
+/// the same ones in every run.
 std::vector<std::filesystem::path> evenly(const std::vector<std::filesystem::path>& pages,
                                           std::size_t count) {
     std::map<std::filesystem::path, std::vector<std::filesystem::path>> folders;
     for (const auto& page : pages)
         folders[*page.lexically_relative(std::getenv("CORVANTA_REAL_INPUT")).begin()].push_back(page);
     std::vector<std::filesystem::path> chosen;
-    for (const auto& [folder, own] : folders) {
-        const std::size_t share = std::max<std::size_t>(count / folders.size(), 1);
-        for (std::size_t i = 0; i < share; ++i)
+    const std::size_t share = std::max<std::size_t>(count / folders.size(), 1);
+    for (std::size_t i = 0; i < share; ++i) {
+        for (const auto& [folder, own] : folders)
             chosen.push_back(own[i * own.size() / share]);
     }
     return chosen;
@@ -173,16 +179,21 @@ protected:
         return !waitUntil([&] { return shown() == loaded; }, 3s);
     }
 
-    /// Types `edit` and waits until the page has reported it, or would have.
-    void carryOut(const Edit& edit) {
+    /// Types `edit` and waits until the page has reported it, or would have. False when the page does not get
+    /// all the keys.
+    bool carryOut(const Edit& edit) {
         if (!edit.clipboard.empty())
             gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(window.window().gobj())),
                                    edit.clipboard.data());
         for (const std::string_view keys : edit.keys)
             keyboard.press(keys);
-        waitUntil([&] { return inPage("window.pressedKeys") == std::to_string(edit.keys.size()); }, 3s);
-        inPage("setTimeout(() => { window.isReported = true; }, 300); 1");
-        waitUntil([&] { return inPage("window.isReported") == "true"; });
+        if (!waitUntil(
+                [&] { return inPage(fmt::format("window.pressedKeys >= {}", edit.keys.size())) == "true"; },
+                20s))
+            return false;
+        // The report waits for the page as it is written, which the page script asks for at the first edit.
+        inPage("fetch(location.href).finally(() => setTimeout(() => { window.isReported = true; }, 300)); 1");
+        return waitUntil([&] { return inPage("window.isReported") == "true"; });
     }
 
     /// Tries one edit on the page that is shown, and loads the page again.
@@ -196,7 +207,11 @@ protected:
         const std::string text = inPage("window.chosenText");
         const std::size_t heard = log.lines.size();
         const std::string before = source;
-        carryOut(edit);
+        if (!carryOut(edit)) {
+            count("not to be judged: the page does not get the keys", trial);
+            reload();
+            return;
+        }
         ++trials;
         const std::string edited = shown();
         const bool isMerged = source != before;
@@ -253,14 +268,13 @@ protected:
         }
     }
 
-    /// Tries `trialsAtMost` edits, `editsPerPage` on each page.
-    void tryOn(const std::vector<std::filesystem::path>& pages, std::size_t trialsAtMost) {
-        constexpr std::size_t editsPerPage = 4;
-        const std::size_t visits = (trialsAtMost + editsPerPage - 1) / editsPerPage;
-        for (std::size_t visit = 0; visit < visits && !HasFatalFailure(); ++visit) {
-            const auto& page = pages[visit * pages.size() / visits];
+    /// Tries `wanted` edits, four on each of `pages` that has a text to be seen, as long as there are pages.
+    void tryOn(const std::vector<std::filesystem::path>& pages, std::size_t wanted) {
+        for (const std::filesystem::path& page : pages) {
+            if (trials >= wanted || HasFatalFailure())
+                break;
             load(TextDecoding::string(bytesOf(page)), page);
-            for (std::size_t i = 0; i < editsPerPage; ++i) {
+            for (int i = 0; i < 4; ++i) {
                 if (comesToRest())
                     tryOne();
                 else
@@ -268,7 +282,8 @@ protected:
             }
         }
         tell();
-        EXPECT_GT(outcomes["merged"].size(), trialsAtMost / 5) << "too few edits are merged to try much";
+        EXPECT_GE(trials, wanted) << "too few pages have a text to be seen";
+        EXPECT_GT(outcomes["merged"].size(), wanted / 5) << "too few edits are merged to try much";
     }
 
     std::mt19937 random{1};
@@ -277,12 +292,12 @@ protected:
 };
 
 TEST_F(RandomPageEditsTest, ChangeTheSourceOfOurOwnPagesExactlyOrNotAtAll) {
-    tryOn(markupAmong(ownPages()), 12);
+    tryOn(markupAmong(ownPages()), 8);
 }
 
 TEST_F(RandomPageEditsTest, ChangeTheSourceOfOthersPagesExactlyOrNotAtAll) {
     const bool isLong = std::getenv("CORVANTA_LONG_TESTS") != nullptr;
-    const auto pages = evenly(markupAmong(realPages(40)), isLong ? 250 : 3);
+    const auto pages = evenly(markupAmong(realPages(40)), isLong ? 500 : 6);
     if (!pages.empty())
         tryOn(pages, isLong ? 1000 : 12);
 }

@@ -9,6 +9,8 @@
 #include <gtkmm/label.h>
 
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <ostream>
 #include <string_view>
 
@@ -134,6 +136,24 @@ INSTANTIATE_TEST_SUITE_P(
                "rot\ngrün\nblau"}),
     [](const auto& test) { return std::string(test.param.name); });
 
+TEST_F(StructuralEdits, LeaveTheSourceAloneOfAPageThatHearsOfThemFirst) {
+    const auto html = [](int number, std::string_view heading) {
+        return fmt::format("<p style=color:red>eins.</p><p style=color:blue>„zwei "
+                           "drei</p><h1>{}</h1><script>addEventListener('input', () => "
+                           "{{}}, true);</script><!-- {} -->",
+                           heading, number);
+    };
+    for (int number = 0; number < tries(); ++number) {
+        showEditable(html(number, "Kopf"));
+        putCaret("p", 4);
+        keyboard.press("Control+Delete");
+        ASSERT_TRUE(becomes("document.querySelectorAll('p').length", "1"));
+        putCaret("h1", 4);
+        keyboard.type("x");
+        ASSERT_TRUE(sourceBecomes(html(number, "Kopfx"))) << "try " << number;
+    }
+}
+
 TEST_F(StructuralEdits, LeaveTheSourceAloneWhenUndone) {
     for (int number = 0; number < tries(); ++number) {
         showPage(number);
@@ -158,33 +178,44 @@ TEST_F(StructuralEdits, LeaveTheSourceAloneWhenUndone) {
 /// Something beside the page that can be dragged into it.
 class DropIntoThePage : public StructuralEdits {
 protected:
-    DropIntoThePage() {
+    DropIntoThePage() : drag(gtk_drag_source_new()) {
         thing.set_size_request(-1, 30);
         column.prepend(thing);
-    }
-
-    /// Takes over `content`.
-    void offer(GdkContentProvider* content) {
-        GtkDragSource* drag = gtk_drag_source_new();
         gtk_drag_source_set_actions(drag, GDK_ACTION_COPY);
-        gtk_drag_source_set_content(drag, content);
-        g_object_unref(content);
         began = SignalConnection(
             drag, "drag-begin",
             +[](GtkDragSource*, GdkDrag*, gpointer self) {
                 static_cast<DropIntoThePage*>(self)->isDragging = true;
             },
             this);
+        ended = SignalConnection(
+            drag, "drag-end",
+            +[](GtkDragSource*, GdkDrag*, gboolean, gpointer self) {
+                static_cast<DropIntoThePage*>(self)->isDragging = false;
+            },
+            this);
         gtk_widget_add_controller(GTK_WIDGET(thing.gobj()), GTK_EVENT_CONTROLLER(drag));
+    }
+
+    /// Takes over `content`.
+    void offer(GdkContentProvider* content) {
+        gtk_drag_source_set_content(drag, content);
+        g_object_unref(content);
+    }
+
+    void offerFile(const std::filesystem::path& path) {
+        const GObjectReference<GFile> file(g_file_new_for_path(path.c_str()));
+        GSList* files = g_slist_append(nullptr, file.get());
+        GdkFileList* list = gdk_file_list_new_from_list(files);
+        g_slist_free(files);
+        offer(gdk_content_provider_new_typed(GDK_TYPE_FILE_LIST, list));
+        g_boxed_free(GDK_TYPE_FILE_LIST, list);
     }
 
     /// Drags `thing` to the middle of the first paragraph and lets it fall.
     void drop() {
-        isDragging = false;
-        inPage("window.isOver = false; window.dropped = false;"
-               "addEventListener('dragover', () => { window.isOver = true; }, true);"
-               "addEventListener('drop', () => { setTimeout(() => { window.dropped = true; }, 50); }, true);"
-               "1");
+        inPage("window.isOver = false;"
+               "addEventListener('dragover', () => { window.isOver = true; }, true); 1");
         movePointer(thing, 10, 15);
         pressPointer(thing);
         int x = 10;
@@ -198,12 +229,14 @@ protected:
             return inPage("window.isOver") == "true";
         }));
         releasePointer(thing);
-        ASSERT_TRUE(becomes("window.dropped", "true"));
+        ASSERT_TRUE(waitUntil([&] { return !isDragging; }));
     }
 
     Gtk::Label thing{"Ding"};
+    GtkDragSource* drag;
     bool isDragging = false;
     SignalConnection began;
+    SignalConnection ended;
 };
 
 TEST_F(DropIntoThePage, LeavesTheSourceAloneWhenTextFalls) {
@@ -220,12 +253,7 @@ TEST_F(DropIntoThePage, LeavesTheSourceAloneWhenTextFalls) {
 
 TEST_F(DropIntoThePage, LeavesPageAndSourceAloneWhenAFileFalls) {
     folder.write("andere.html", "<h1>andere</h1>");
-    const GObjectReference<GFile> file(g_file_new_for_path((folder / "andere.html").c_str()));
-    GSList* files = g_slist_append(nullptr, file.get());
-    GdkFileList* list = gdk_file_list_new_from_list(files);
-    g_slist_free(files);
-    offer(gdk_content_provider_new_typed(GDK_TYPE_FILE_LIST, list));
-    g_boxed_free(GDK_TYPE_FILE_LIST, list);
+    offerFile(folder / "andere.html");
     for (int number = 0; number < tries(); ++number) {
         showPage(number);
         drop();
@@ -233,6 +261,39 @@ TEST_F(DropIntoThePage, LeavesPageAndSourceAloneWhenAFileFalls) {
         EXPECT_EQ(inPage("location.href"), "vmpreview://dokument/index.html");
         expectThatOnlyTypingElsewhereCounts(number);
         ASSERT_FALSE(HasFatalFailure());
+    }
+}
+
+/// The engine goes to what falls on a page that cannot be edited.
+class DropOnAPageThatEndsItsEditing : public DropIntoThePage {
+protected:
+    void expectThatItLeadsNowhere(const std::string& what) {
+        SCOPED_TRACE(what);
+        const std::string page = "<p>eins zwei drei</p><script>addEventListener('dragover', () => { "
+                                 "document.designMode = 'off'; }, true);</script><!-- " +
+                                 what + " -->";
+        showEditable(page);
+        drop();
+        letPass(600ms);
+        EXPECT_TRUE(becomes("document.querySelector('p')?.textContent", "eins zwei drei"));
+        EXPECT_EQ(inPage("location.href"), "vmpreview://dokument/index.html");
+        EXPECT_EQ(source, page);
+    }
+};
+
+TEST_F(DropOnAPageThatEndsItsEditing, LeadsToNoFile) {
+    folder.write("andere.html", "<h1>andere</h1>");
+    offerFile(folder / "andere.html");
+    expectThatItLeadsNowhere("file");
+}
+
+TEST_F(DropOnAPageThatEndsItsEditing, LeadsToNoAddress) {
+    for (const char* address : {"https://127.0.0.1:9/", "vmpreview://dokument/andere.html", "about:blank",
+                                "data:text/html,andere"}) {
+        GBytes* bytes = g_bytes_new(address, std::strlen(address));
+        offer(gdk_content_provider_new_for_bytes("text/uri-list", bytes));
+        g_bytes_unref(bytes);
+        expectThatItLeadsNowhere(address);
     }
 }
 

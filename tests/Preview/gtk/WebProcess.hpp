@@ -10,11 +10,13 @@
 
 namespace corvanta {
 
-/// The engine's page processes that this process started, through whatever helpers stand between.
+/// The engine's page processes that this process started, through whatever helpers stand between. Those that
+/// have ended do not count, even if nobody has asked yet how.
 inline std::vector<pid_t> webProcesses() {
     struct Process {
         pid_t parent = 0;
         std::string name;
+        bool hasEnded = false;
     };
     std::map<pid_t, Process> processes;
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
@@ -31,11 +33,11 @@ inline std::vector<pid_t> webProcesses() {
         if (open == std::string::npos || close == std::string::npos || close + 4 >= stat.size())
             continue;
         processes[std::stoi(number)] = {std::stoi(stat.substr(close + 4)),
-                                        stat.substr(open + 1, close - open - 1)};
+                                        stat.substr(open + 1, close - open - 1), stat[close + 2] == 'Z'};
     }
     std::vector<pid_t> found;
     for (const auto& [process, description] : processes) {
-        if (!description.name.starts_with("WebKitWebProces"))
+        if (description.hasEnded || !description.name.starts_with("WebKitWebProces"))
             continue;
         pid_t ancestor = process;
         while (ancestor > 1 && ancestor != ::getpid())

@@ -1,7 +1,7 @@
 #include "Settings/gtk/SoupHttpFetch.hpp"
 
-#include "LocalWebServer.hpp"
 #include "Support/TemporaryFolder.hpp"
+#include "Support/gtk/LocalWebServer.hpp"
 #include "Support/gtk/MainLoop.hpp"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "LocalWebServer.hpp"
+#include "Support/gtk/LocalWebServer.hpp"
 
 #include <fmt/format.h>
 
