@@ -273,6 +273,8 @@ void CorvantaApp::on_open(const type_vec_files& files, const Glib::ustring&) {
 }
 
 void CorvantaApp::updateLanguage() {
+    // Whoever chose it by editing the settings' file did not tell the catalogue.
+    sprache_.neuLaden();
     documentWindows_->updateLanguage();
     auxiliaryWindows_->updateLanguage();
 }

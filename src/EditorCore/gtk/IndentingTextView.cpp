@@ -73,7 +73,7 @@ IndentingTextView::IndentingTextView(const SharedText& text, UndoHistory& histor
     // The line numbers also keep the view drawing at every key: without them a letter typed into a long text
     // waits for the widget's idle work before it is seen.
     gtk_source_view_set_show_line_numbers(view, TRUE);
-    describeForScreenReaders();
+    updateLanguage();
 
     textStorage_.replaceText(text);
     get_buffer()->place_cursor(get_buffer()->begin());
@@ -81,7 +81,7 @@ IndentingTextView::IndentingTextView(const SharedText& text, UndoHistory& histor
     followKeys();
 }
 
-void IndentingTextView::describeForScreenReaders() {
+void IndentingTextView::updateLanguage() {
     gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                    t("Quelltext").c_str(), GTK_ACCESSIBLE_PROPERTY_MULTI_LINE, TRUE, -1);
 }
