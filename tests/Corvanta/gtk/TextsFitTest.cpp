@@ -1,4 +1,4 @@
-// No text is cut, in no window, language or size of the text.
+// No text of a document window is cut, in no language or size of the text.
 
 #include "DesignSystem/t.hpp"
 
@@ -96,18 +96,6 @@ protected:
                place.origin.y >= static_cast<float>(gtk_widget_get_height(upper));
     }
 
-    /// The window beside the document that is open.
-    static Gtk::Window& other(DocumentWindow& document) {
-        Gtk::Window* found = nullptr;
-        EXPECT_TRUE(waitUntil([&] {
-            for (Gtk::Window* window : app->get_windows())
-                if (window != &document && window->is_active())
-                    found = window;
-            return found != nullptr;
-        }));
-        return *found;
-    }
-
     int resolutionBefore = 0;
     InMemoryUserDefaults userDefaults;
     StyleSheet styleSheet{userDefaults, Gdk::Display::get_default()};
@@ -127,32 +115,6 @@ TEST_P(TextsFitTest, InADocumentThatIsAsNarrowAsItCanBe) {
     EXPECT_TRUE(isBelow(withTooltip(all, t("Suche schließen")), withTooltip(all, t("Suchen"))));
     GtkWidget* hint = GTK_WIDGET(window.contentView().preview().hint().gobj());
     EXPECT_TRUE(isBelow(buttonNamed(hint, t("Ordner freigeben …")), descendant(hint, GTK_TYPE_LABEL)));
-}
-
-TEST_P(TextsFitTest, InTheSettings) {
-    DocumentWindow& document = openNothing();
-    app->activate_action("settings");
-    Gtk::Window& settings = other(document);
-    auto* window = ADW_PREFERENCES_WINDOW(settings.gobj());
-    int pages = 0;
-    for (auto* page = GTK_WIDGET(adw_preferences_window_get_visible_page(window)); page != nullptr;
-         page = gtk_widget_get_next_sibling(page)) {
-        ++pages;
-        adw_preferences_window_set_visible_page(window, ADW_PREFERENCES_PAGE(page));
-        EXPECT_TRUE(showsAllTextsWhole(settings));
-    }
-    EXPECT_EQ(pages, 3);
-}
-
-TEST_P(TextsFitTest, InHelpShortcutsAndAbout) {
-    DocumentWindow& document = openNothing();
-    for (const char* action : {"help", "shortcuts", "about"}) {
-        app->activate_action(action);
-        Gtk::Window& window = other(document);
-        EXPECT_TRUE(showsAllTextsWhole(window)) << action;
-        window.close();
-        ASSERT_TRUE(isAt(document));
-    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, TextsFitTest,
