@@ -80,12 +80,16 @@ void FindSession::replace(const std::string& replacement) {
         matches_.begin(), matches_.end(), selected, [](const FindMatch& a, const FindMatch& b) {
             return std::pair(a.first, a.last) < std::pair(b.first, b.last);
         });
-    // The groups of a match are known only in the text that was searched.
-    if (isMatch && search_ && searchedText_ == textView_.text()) {
-        if (const std::optional<std::string> text = search_->replacement(selected, replacement))
-            textView_.insertText(*text, textView_.selectedRange());
-    }
+    std::optional<std::string> text;
+    if (isMatch && search_)
+        text = search_->replacement(inSearchedText(selected), replacement);
+    if (text)
+        textView_.insertText(*text, textView_.selectedRange());
     findNext();
+    // No match is known behind this one. Whoever replaces one after the other does not wait for the typing to
+    // rest.
+    if (text && wish_ == Wish::next)
+        restart();
 }
 
 void FindSession::replaceAll(const std::string& replacement) {
@@ -135,6 +139,15 @@ void FindSession::textDidChange() {
     state_ = TextSearch::State::searching;
     nextSlice_ = mainQueue_.after(rest, [this] { restart(); });
     changed_.emit();
+}
+
+/// Where a match of `matches_` was in the text that was searched, in which alone its groups are known.
+FindMatch FindSession::inSearchedText(const FindMatch& match) const {
+    const TextChange change = SharedText::change(searchedText_, textView_.text());
+    if (match.last <= change.unchangedBefore)
+        return match;
+    const std::int64_t added = textView_.text().end().byte - searchedText_.end().byte;
+    return {match.first - added, match.last - added};
 }
 
 /// Goes where the user wants to, when enough is known for it.

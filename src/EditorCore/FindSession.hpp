@@ -72,6 +72,7 @@ private:
     void select(const FindMatch& match);
     void replaceAllNow();
     FindMatch selection() const;
+    FindMatch inSearchedText(const FindMatch& match) const;
 
     TextView& textView_;
     Published<FindRequest>& request_;

@@ -156,6 +156,27 @@ TEST_F(FindSessionTest, ReplacesTheSelectedMatchAndGoesOn) {
     EXPECT_EQ(selected(), "a");
 }
 
+TEST_F(FindSessionTest, ReplacesAMatchAtEachCallHoweverQuicklyTheyFollow) {
+    open("a1 b a22 b a3");
+    search({"a(\\d+)", false, true});
+    session.replace("<$1>");
+    EXPECT_EQ(selected(), "a22");
+    session.replace("");
+    EXPECT_EQ(selected(), "a3");
+    session.replace("<$1>");
+    EXPECT_EQ(view.text(), "<1> b  b <3>");
+}
+
+TEST_F(FindSessionTest, GoesAroundAtOnceBehindTheLastMatchThatIsReplaced) {
+    open("a b a");
+    search({"a"});
+    session.findNext();
+    session.replace("x");
+    EXPECT_EQ(view.selectedRange(), (TextRange{0, 1}));
+    session.replace("y");
+    EXPECT_EQ(view.text(), "y b x");
+}
+
 TEST_F(FindSessionTest, ReplacesNothingThatIsNotAMatch) {
     open("b a");
     search({"a"});

@@ -7,6 +7,7 @@
 #include "Platform/PosixFileManager.hpp"
 #include "Settings/UpdateCheck.hpp"
 
+#include <giomm/dbuserror.h>
 #include <giomm/file.h>
 
 #include <iostream>
@@ -84,8 +85,23 @@ void openFiles(Gio::Application& program, const std::vector<LaunchArguments::Fil
     }
 }
 
+/// Finds out whether the program runs already. Throws `Glib::Error` when the bus refuses to say.
+void enrol(Gio::Application& program) {
+    try {
+        program.register_application();
+    } catch (const Gio::DBus::Error&) {
+        // The one that ran may have been killed before it answered. Its place is free then.
+        program.register_application();
+    }
+}
+
 int open(Gio::Application& program, const LaunchArguments& arguments) {
-    program.register_application();
+    try {
+        enrol(program);
+    } catch (const Glib::Error& error) {
+        std::cerr << error.what() << '\n';
+        return failure;
+    }
     const bool isInputOpen = !arguments.readsStandardInput || openStandardInput(program);
     if (!arguments.files.empty())
         openFiles(program, arguments.files);

@@ -8,10 +8,12 @@
 #include "Corvanta/gtk/SettingsWindow.hpp"
 #include "Corvanta/gtk/ShortcutsWindow.hpp"
 #include "EditorCore/TextDecoding.hpp"
+#include "Platform/ResourceFolder.hpp"
 
 #include <adwaita.h>
 #include <glib-unix.h>
 #include <glibmm/miscutils.h>
+#include <gtkmm/icontheme.h>
 
 #include <algorithm>
 #include <csignal>
@@ -39,6 +41,17 @@ void chooseLanguageOfTheToolkit(const UserDefaults& userDefaults) {
 std::string systemVersion() {
     const std::unique_ptr<char, decltype(&g_free)> name(g_get_os_info(G_OS_INFO_KEY_PRETTY_NAME), g_free);
     return name ? name.get() : "Linux";
+}
+
+/// The program's icons lie beside its resources, which need not be where the toolkit looks for icons.
+void addIconFolder(const Glib::RefPtr<Gdk::Display>& display) {
+    const auto resources = resourceFolder(runningExecutable());
+    if (!resources)
+        return;
+    const std::string folder = resources->parent_path() / "icons";
+    const auto theme = Gtk::IconTheme::get_for_display(display);
+    if (std::ranges::count(theme->get_search_path(), folder) == 0)
+        theme->add_search_path(folder);
 }
 
 } // namespace
@@ -69,6 +82,7 @@ void CorvantaApp::on_startup() {
     previewEngine_.emplace();
     Gtk::Application::on_startup();
     adw_init();
+    addIconFolder(Gdk::Display::get_default());
     // Nobody waits for the templates, but writing them waits for the disk.
     worker_.after({}, [this] { sprache_.vorbereiten(); });
     claudeAssistant_.emplace(keychainManager_);
@@ -259,6 +273,8 @@ void CorvantaApp::on_open(const type_vec_files& files, const Glib::ustring&) {
 }
 
 void CorvantaApp::updateLanguage() {
+    // Whoever chose it by editing the settings' file did not tell the catalogue.
+    sprache_.neuLaden();
     documentWindows_->updateLanguage();
     auxiliaryWindows_->updateLanguage();
 }

@@ -4,7 +4,6 @@
 #include "DesignSystem/Mass.hpp"
 #include "DesignSystem/t.hpp"
 
-#include <gtkmm/box.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
@@ -56,10 +55,12 @@ ShortcutsWindow::ShortcutsWindow() {
     set_title(t("Tastenkürzel"));
     set_default_size(defaultWidth, defaultHeight);
 
-    auto* column = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, Mass::klein);
-    column->set_margin(Mass::weit);
+    // One for all menus, so that the keys stand below each other.
+    auto* grid = Gtk::make_managed<Gtk::Grid>();
+    grid->set_margin(Mass::weit);
+    grid->set_row_spacing(Mass::knapp);
+    grid->set_column_spacing(Mass::mittel);
     std::optional<Menu> menu;
-    Gtk::Grid* grid = nullptr;
     int row = 0;
     for (const MenuCommand& command : MenuCommand::all()) {
         if (command.shortcuts.empty())
@@ -68,17 +69,13 @@ ShortcutsWindow::ShortcutsWindow() {
             menu = command.menu;
             Gtk::Label& title = label(t(MenuCommand::titleOf(*menu)), "schrift-titel");
             title.set_margin_top(Mass::mittel);
-            column->append(title);
-            grid = Gtk::make_managed<Gtk::Grid>();
-            grid->set_row_spacing(Mass::knapp);
-            grid->set_column_spacing(Mass::mittel);
-            column->append(*grid);
+            grid->attach(title, 0, row++);
         }
         addRow(*grid, row++, command);
     }
     auto* scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
     scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
-    scrolled->set_child(*column);
+    scrolled->set_child(*grid);
     // The only thing here that takes the keyboard.
     gtk_accessible_update_property(GTK_ACCESSIBLE(scrolled->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                    t("Tastenkürzel").c_str(), -1);

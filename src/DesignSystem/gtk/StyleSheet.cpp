@@ -68,6 +68,8 @@ std::string StyleSheet::css(const Schrift& fonts, Brightness brightness) {
     text += accent(brightness);
     // Everything in a window inherits its size, but for what has one of its own, such as the code.
     text += fmt::format("window, popover, tooltip {{ font-size: {}pt; }}\n", styleSheetPoints(fonts.grund()));
+    // The toolkit sets the labels below the icons of tabs in a size of its own.
+    text += fontRule("viewswitcher .narrow", fonts.klein());
     text += fontRule(".schrift-titel", fonts.titel());
     text += fontRule(".schrift-text", fonts.text());
     text += fontRule(".schrift-klein", fonts.klein());

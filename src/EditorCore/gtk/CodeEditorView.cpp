@@ -60,6 +60,11 @@ void CodeEditorView::setFontSize(double fontSize) {
     coordinator_.update(coordinator_.themeID(), fontSize);
 }
 
+void CodeEditorView::updateLanguage() {
+    textView_->updateLanguage();
+    findBar_.updateLanguage();
+}
+
 void CodeEditorView::followAppearance() {
     AdwStyleManager* manager = adw_style_manager_get_default();
     const auto apply = +[](AdwStyleManager* styleManager, GParamSpec*, gpointer self) {

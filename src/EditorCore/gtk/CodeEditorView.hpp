@@ -41,7 +41,7 @@ public:
     sigc::signal<void(double)>& signalFontSizeRequested() { return fontSizeRequested_; }
 
     /// Shows all texts in the language that is in use now.
-    void updateLanguage() { findBar_.updateLanguage(); }
+    void updateLanguage();
 
     IndentingTextView& textView() { return *textView_; }
     const IndentingTextView& textView() const { return *textView_; }

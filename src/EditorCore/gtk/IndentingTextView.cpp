@@ -82,13 +82,13 @@ IndentingTextView::IndentingTextView(const SharedText& text, UndoHistory& histor
       textStorage_(get_buffer(), text, history),
       history_(history),
       dragStep_(*this) {
-    describeForScreenReaders();
+    updateLanguage();
     get_buffer()->place_cursor(get_buffer()->begin());
     followSteps();
     followKeys();
 }
 
-void IndentingTextView::describeForScreenReaders() {
+void IndentingTextView::updateLanguage() {
     gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                    t("Quelltext").c_str(), GTK_ACCESSIBLE_PROPERTY_MULTI_LINE, TRUE, -1);
 }

@@ -73,8 +73,10 @@ public:
     /// Chooses the colours of the pane around the text: its paper and its line numbers.
     void setAppearance(Appearance appearance);
 
+    /// Has a screen reader call the pane by its name in the language that is in use now.
+    void updateLanguage();
+
 private:
-    void describeForScreenReaders();
     void followKeys();
     bool takeKey(guint key, Gdk::ModifierType modifiers, const Gtk::EventControllerKey& controller);
     bool isForInputMethod(const Gtk::EventControllerKey& controller);

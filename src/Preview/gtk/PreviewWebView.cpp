@@ -61,6 +61,7 @@ PreviewWebView::PreviewWebView(const PreviewWebContext& context, PreviewSchemeHa
     refuseWhatAPageMayNotDo();
     reportLoading();
     pasteByKeysAsPlainText();
+    leaveByKeys();
 }
 
 PreviewWebView::~PreviewWebView() {
@@ -305,6 +306,28 @@ void PreviewWebView::pasteByKeysAsPlainText() {
             if (isPasting)
                 performMenuCommand(WEBKIT_EDITING_COMMAND_PASTE_AS_PLAIN_TEXT);
             return isPasting;
+        },
+        false);
+    add_controller(keys);
+}
+
+/// The page keeps Tab for itself, as the source does. The engine finds out what keys mean by a text widget
+/// that nobody sees: it would take the keyboard, and with Control and Tab pass it on a second time.
+void PreviewWebView::leaveByKeys() {
+    for (GtkWidget* child = gtk_widget_get_first_child(page_.gobj()); child != nullptr;
+         child = gtk_widget_get_next_sibling(child))
+        gtk_widget_set_can_focus(child, FALSE);
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    keys->signal_key_pressed().connect(
+        [this](guint key, guint, Gdk::ModifierType modifiers) {
+            const bool isTab = key == GDK_KEY_Tab || key == GDK_KEY_KP_Tab || key == GDK_KEY_ISO_Left_Tab;
+            if (!isTab || (modifiers & Gdk::ModifierType::CONTROL_MASK) == Gdk::ModifierType{})
+                return false;
+            const bool isBackwards = (modifiers & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType{};
+            g_signal_emit_by_name(gtk_widget_get_root(page_.gobj()), "move-focus",
+                                  isBackwards ? GTK_DIR_TAB_BACKWARD : GTK_DIR_TAB_FORWARD);
+            return true;
         },
         false);
     add_controller(keys);

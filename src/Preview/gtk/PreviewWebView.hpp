@@ -82,6 +82,7 @@ private:
     void refuse(const char* signal, Handler* handler);
     void reportLoading();
     void pasteByKeysAsPlainText();
+    void leaveByKeys();
     void loadChanged(WebKitLoadEvent event);
     void linkClicked(const BridgeMessage& message) const;
     bool decide(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) const;

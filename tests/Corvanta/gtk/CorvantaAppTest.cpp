@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
+#include <gtkmm/icontheme.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -88,6 +89,11 @@ TEST_F(CorvantaAppTest, OpensTheTemplateWithoutAFile) {
     DocumentWindow& window = openNothing();
     EXPECT_EQ(text(window), DocumentTemplate::newHTML);
     EXPECT_EQ(window.get_title(), "Ohne Titel – Corvanta");
+}
+
+TEST_F(CorvantaAppTest, FindsItsIconBesideItsResources) {
+    EXPECT_TRUE(
+        Gtk::IconTheme::get_for_display(Gdk::Display::get_default())->has_icon(CorvantaApp::identifier));
 }
 
 TEST_F(CorvantaAppTest, ShowsThePageAndItsPreview) {

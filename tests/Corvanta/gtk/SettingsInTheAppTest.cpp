@@ -1,15 +1,14 @@
 #include "ApplicationTest.hpp"
 #include "EditorCore/DocumentTemplate.hpp"
 #include "GermanTexts.hpp"
+#include "Support/gtk/FocusWalk.hpp"
 #include "Support/gtk/MainLoop.hpp"
 #include "Support/gtk/WidgetTree.hpp"
 
 #include <adwaita.h>
 #include <gtest/gtest.h>
-#include <gtkmm/eventcontrollerkey.h>
 
 #include <algorithm>
-#include <functional>
 #include <set>
 #include <string>
 #include <utility>
@@ -51,41 +50,9 @@ protected:
         return std::ranges::find(texts, text) != texts.end();
     }
 
-    /// Presses Tab until the focus is in a widget that `isWanted`, or has been everywhere.
-    GtkWidget* tabTo(Gtk::Window& window, const std::function<bool(GtkWidget*)>& isWanted) {
-        constexpr int mostStops = 40;
-        // A new window may move the focus by itself: what counts is that the key has arrived.
-        int arrived = 0;
-        const auto keys = Gtk::EventControllerKey::create();
-        keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-        keys->signal_key_pressed().connect(
-            [&](guint key, guint, Gdk::ModifierType) {
-                arrived += key == GDK_KEY_Tab ? 1 : 0;
-                return false;
-            },
-            false);
-        window.add_controller(keys);
-        GtkWidget* found = nullptr;
-        for (int stop = 0; stop < mostStops && found == nullptr; ++stop) {
-            keyboard.press("Tab");
-            EXPECT_TRUE(waitUntil([&] { return arrived > stop; }));
-            for (GtkWidget* place = gtk_window_get_focus(window.gobj()); place != nullptr && found == nullptr;
-                 place = gtk_widget_get_parent(place)) {
-                if (isWanted(place))
-                    found = place;
-            }
-        }
-        window.remove_controller(keys);
-        return found;
-    }
-
-    GtkWidget* tabTo(Gtk::Window& window, GType type) {
-        return tabTo(window, [type](GtkWidget* widget) { return G_TYPE_CHECK_INSTANCE_TYPE(widget, type); });
-    }
-
     /// Goes to a tab of the settings by keys alone.
-    void turnTo(Gtk::Window& window, const std::string& name) {
-        GtkWidget* tab = tabTo(window, [&name](GtkWidget* widget) {
+    void turnTo(FocusWalk& walk, const std::string& name) {
+        GtkWidget* tab = walk.tabTo([&name](GtkWidget* widget) {
             const std::vector<std::string> texts = shownTexts(*Glib::wrap(widget));
             return GTK_IS_TOGGLE_BUTTON(widget) && std::ranges::find(texts, name) != texts.end();
         });
@@ -110,8 +77,8 @@ TEST_F(SettingsInTheAppTest, OpenByTheirShortcutAndCloseByEscape) {
 
 TEST_F(SettingsInTheAppTest, AreChangedByKeysAlone) {
     DocumentWindow& document = openNothing();
-    Gtk::Window& window = openSettings();
-    GtkWidget* updates = tabTo(window, GTK_TYPE_SWITCH);
+    FocusWalk walk(openSettings(), keyboard);
+    GtkWidget* updates = walk.tabTo(GTK_TYPE_SWITCH);
     ASSERT_NE(updates, nullptr);
     const gboolean before = gtk_switch_get_active(GTK_SWITCH(updates));
     keyboard.press("space");
@@ -119,23 +86,22 @@ TEST_F(SettingsInTheAppTest, AreChangedByKeysAlone) {
     keyboard.press("space");
     EXPECT_TRUE(waitUntil([&] { return gtk_switch_get_active(GTK_SWITCH(updates)) == before; }));
 
-    turnTo(window, "Editor");
+    turnTo(walk, "Editor");
     const int height = fontHeight(document);
-    ASSERT_NE(tabTo(window, GTK_TYPE_SCALE), nullptr);
+    ASSERT_NE(walk.tabTo(GTK_TYPE_SCALE), nullptr);
     keyboard.press("Right");
     EXPECT_TRUE(waitUntil([&] { return fontHeight(document) > height; }));
     keyboard.press("Left");
     EXPECT_TRUE(waitUntil([&] { return fontHeight(document) == height; }));
 
-    turnTo(window, "Claude");
-    GtkWidget* key = tabTo(window, GTK_TYPE_PASSWORD_ENTRY);
+    turnTo(walk, "Claude");
+    GtkWidget* key = walk.tabTo(GTK_TYPE_PASSWORD_ENTRY);
     ASSERT_NE(key, nullptr);
     keyboard.type("sk");
     EXPECT_TRUE(waitUntil([&] { return gtk_editable_get_text(GTK_EDITABLE(key)) == std::string("sk"); }));
-    EXPECT_NE(tabTo(window,
-                    [](GtkWidget* widget) {
-                        return GTK_IS_BUTTON(widget) && buttonNamed(widget, "Speichern") == widget;
-                    }),
+    EXPECT_NE(walk.tabTo([](GtkWidget* widget) {
+        return GTK_IS_BUTTON(widget) && buttonNamed(widget, "Speichern") == widget;
+    }),
               nullptr);
     keyboard.press("Escape");
     EXPECT_TRUE(waitUntil([this] { return settings() == nullptr; }));
@@ -143,14 +109,14 @@ TEST_F(SettingsInTheAppTest, AreChangedByKeysAlone) {
 
 TEST_F(SettingsInTheAppTest, AreReachedByTabControlByControl) {
     openNothing();
-    Gtk::Window& window = openSettings();
+    FocusWalk walk(openSettings(), keyboard);
     for (const auto& [tab, controls] :
          {std::pair{"Allgemein", std::vector{ADW_TYPE_COMBO_ROW, GTK_TYPE_SCALE, GTK_TYPE_SWITCH}},
           std::pair{"Editor", std::vector{ADW_TYPE_COMBO_ROW, GTK_TYPE_SCALE}},
           std::pair{"Claude", std::vector{GTK_TYPE_PASSWORD_ENTRY}}}) {
-        turnTo(window, tab);
+        turnTo(walk, tab);
         for (const GType control : controls)
-            EXPECT_NE(tabTo(window, control), nullptr) << tab << ": " << g_type_name(control);
+            EXPECT_NE(walk.tabTo(control), nullptr) << tab << ": " << g_type_name(control);
     }
 }
 

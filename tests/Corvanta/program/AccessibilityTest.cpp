@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <initializer_list>
 #include <optional>
@@ -158,6 +160,17 @@ TEST_F(AccessibilityTest, TellsTheTextAndWhereTheKeyboardIs) {
     EXPECT_TRUE(code.is(State::multiLine));
     keyboard.press("Control+f");
     documentOnce("text box", "Suchen", State::focused);
+}
+
+TEST_F(AccessibilityTest, NamesTheTextInTheLanguageThatIsChosenInTheSettingsFile) {
+    documentOnce("text box", "Quelltext", State::focused);
+    const auto settings =
+        std::filesystem::path(Glib::get_user_config_dir()) / "Corvanta" / "Einstellungen.json";
+    std::filesystem::create_directories(settings.parent_path());
+    std::ofstream(settings) << R"({"sprache": "en"})";
+    documentOnce("text box", "Source text", State::focused);
+    std::filesystem::remove(settings);
+    documentOnce("text box", "Quelltext", State::focused);
 }
 
 TEST_F(AccessibilityTest, TellsWhichPanelsAreShownAndWhatCannotBePressed) {

@@ -1,6 +1,7 @@
 // The whole program as a user's process: typed into by real keys, killed, ended by signals and started again.
 
 #include "Documents/WaitingJournal.hpp"
+#include "NameHolder.hpp"
 #include "Platform/PosixFileOperations.hpp"
 #include "ProgramTest.hpp"
 #include "StartedProgram.hpp"
@@ -144,6 +145,20 @@ TEST_F(ProgramLifeTest, ComesBackWithTheWindowsWithWhichItWasQuit) {
     EXPECT_TRUE(isAt("eins.html – Corvanta"));
     keyboard.press("Control+w");
     EXPECT_EQ(program.wait(), 0);
+}
+
+TEST_F(ProgramLifeTest, TakesThePlaceOfAProgramThatIsKilledBeforeItHasAnswered) {
+    NameHolder running(NameHolder::WhenAsked::dies);
+    StartedProgram program(state.path());
+    EXPECT_TRUE(isAt(newDocument));
+    EXPECT_TRUE(running.wasAsked());
+}
+
+TEST_F(ProgramLifeTest, EndsWithAFailureWhenTheProgramThatRunsGivesNoAnswer) {
+    NameHolder running(NameHolder::WhenAsked::refuses);
+    StartedProgram program(state.path());
+    EXPECT_EQ(program.wait(), 1);
+    EXPECT_TRUE(running.wasAsked());
 }
 
 TEST_F(ProgramLifeTest, DoesNotBringBackWhatWasClosed) {

@@ -65,6 +65,19 @@ TEST_F(FindInPaneTest, ReplacesInTheTextThroughTheBar) {
     ASSERT_TRUE(becomes("x b a"));
 }
 
+TEST_F(FindInPaneTest, ReplacesOnceForEachReturnHoweverQuicklyTheyFollow) {
+    open("a b a");
+    model->showReplaceBar();
+    keyboard.type("a");
+    ASSERT_TRUE(says("1 von 2"));
+    for (int control = 0; control < 6; ++control)
+        keyboard.press("Tab");
+    keyboard.type("x");
+    keyboard.press("Return");
+    keyboard.press("Return");
+    ASSERT_TRUE(becomes("x b x"));
+}
+
 TEST_F(FindInPaneTest, KeepsTheKeyboardInTheBarWhenThereIsNothingLeftToReplace) {
     open("a b a");
     model->showReplaceBar();

@@ -44,6 +44,13 @@ GtkWidget* buttonNamed(GtkWidget* widget, const std::string& name) {
     });
 }
 
+GtkWidget* withTooltip(GtkWidget* widget, const std::string& tooltip) {
+    return find(widget, [&tooltip](GtkWidget* each) {
+        const char* text = gtk_widget_get_tooltip_text(each);
+        return text != nullptr && text == tooltip;
+    });
+}
+
 std::vector<std::string> shownTexts(Gtk::Widget& widget) {
     std::vector<std::string> texts;
     collect(widget.gobj(), texts);

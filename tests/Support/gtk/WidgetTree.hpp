@@ -17,4 +17,7 @@ GtkWidget* descendant(GtkWidget* widget, GType type);
 /// The button in `widget` that says `name`, or null.
 GtkWidget* buttonNamed(GtkWidget* widget, const std::string& name);
 
+/// The first widget in `widget` that is explained by `tooltip`, or null.
+GtkWidget* withTooltip(GtkWidget* widget, const std::string& tooltip);
+
 } // namespace corvanta
