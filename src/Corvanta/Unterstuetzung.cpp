@@ -31,7 +31,7 @@ std::string Unterstuetzung::fassung() const {
     return version_.value_or("2.0");
 }
 
-std::string Unterstuetzung::spende() const {
+std::string Unterstuetzung::spende() {
     return fmt::format("{}?business={}&currency_code=EUR&item_name={}", donationPage,
                        encoded(donationAccount), encoded(productName));
 }

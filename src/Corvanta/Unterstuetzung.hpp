@@ -19,7 +19,7 @@ public:
     std::string fassung() const;
 
     /// The page that takes donations.
-    std::string spende() const;
+    static std::string spende();
 
     /// A mail to the maker, with a subject and a body that leaves room for the text and ends with the
     /// versions.

@@ -79,7 +79,8 @@ public:
 
 private:
     constexpr void add(char first, char last, Classes added) {
-        for (auto byte = static_cast<std::size_t>(first); byte <= static_cast<std::size_t>(last); ++byte)
+        const auto end = std::size_t{1} + static_cast<unsigned char>(last);
+        for (std::size_t byte = static_cast<unsigned char>(first); byte < end; ++byte)
             classes_[byte] = static_cast<Classes>(classes_[byte] | added);
     }
 

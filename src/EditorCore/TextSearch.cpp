@@ -221,7 +221,7 @@ private:
             const std::string name(rest.substr(1, end - 1));
             const std::int32_t group = pattern_->groupNumberFromName(name.c_str(), -1, status);
             rest.remove_prefix(end + 1);
-            return U_SUCCESS(status) ? std::optional(group) : std::nullopt;
+            return U_SUCCESS(status) != 0 ? std::optional(group) : std::nullopt;
         }
         std::int32_t group = 0;
         std::size_t digits = 0;
@@ -249,9 +249,15 @@ private:
         return byte + (rest.empty() ? 1 : static_cast<std::int64_t>(Utf8Character::first(rest).size));
     }
 
+    /// The library hands back as constant what was given to it.
+    static RegularSearcher* searcherFrom(const void* self) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
+        return static_cast<RegularSearcher*>(const_cast<void*>(self));
+    }
+
     /// Is asked now and then during an attempt to match at one place.
     static UBool U_CALLCONV goesOnWithAttempt(const void* self, std::int32_t) {
-        auto* searcher = static_cast<RegularSearcher*>(const_cast<void*>(self));
+        auto* searcher = searcherFrom(self);
         const Clock::time_point now = Clock::now();
         if (std::exchange(searcher->isNewAttempt_, false))
             searcher->attemptEnd_ = now + longestAttempt;
@@ -262,7 +268,7 @@ private:
 
     /// Is asked before each place; looking at the clock every time would take longer than the matching.
     static UBool U_CALLCONV goesOnToNextPlace(const void* self, std::int64_t place) {
-        auto* searcher = static_cast<RegularSearcher*>(const_cast<void*>(self));
+        auto* searcher = searcherFrom(self);
         searcher->isNewAttempt_ = true;
         if (!searcher->isLooking_ || --searcher->placesUntilClock_ > 0)
             return 1;
@@ -288,7 +294,7 @@ private:
     bool isTooExpensive_ = false;
 };
 
-TextSearch::TextSearch(std::string text, FindRequest request)
+TextSearch::TextSearch(std::string text, const FindRequest& request)
     : text_(std::make_unique<std::string>(std::move(text))) {
     if (request.isRegularExpression && !request.text.empty())
         searcher_ = std::make_unique<RegularSearcher>(*text_, request);

@@ -28,7 +28,7 @@ public:
     };
 
     /// Searches `text` (valid UTF-8) for `request`.
-    TextSearch(std::string text, FindRequest request);
+    TextSearch(std::string text, const FindRequest& request);
     TextSearch(TextSearch&&) noexcept;
     TextSearch& operator=(TextSearch&&) noexcept;
     ~TextSearch();

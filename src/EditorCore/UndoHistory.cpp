@@ -3,6 +3,7 @@
 #include "EditorCore/Utf8Character.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace corvanta {
@@ -89,8 +90,7 @@ std::optional<UndoHistory::Step> UndoHistory::undo() {
     const Recorded& recorded = undone_.emplace_back(std::move(done_.back()));
     done_.pop_back();
     Step step{{}, recorded.selectionBefore};
-    for (auto edit = recorded.edits.rbegin(); edit != recorded.edits.rend(); ++edit)
-        step.edits.push_back(inverse(*edit));
+    std::transform(recorded.edits.rbegin(), recorded.edits.rend(), std::back_inserter(step.edits), inverse);
     return step;
 }
 

@@ -11,7 +11,7 @@ namespace corvanta {
 class Subscription {
 public:
     Subscription() = default;
-    explicit Subscription(sigc::connection connection) : connection_(std::move(connection)) {}
+    explicit Subscription(const sigc::connection& connection) : connection_(connection) {}
 
     Subscription(Subscription&& other) noexcept : connection_(std::exchange(other.connection_, {})) {}
     Subscription& operator=(Subscription&& other) noexcept {

@@ -44,8 +44,8 @@ public:
 
     /// Calls `observer` after each change of the value under `key`, as long as the returned subscription
     /// lives.
-    [[nodiscard]] Subscription observe(std::string_view key, std::function<void()> observer) {
-        return Subscription(observers_[std::string(key)].connect(std::move(observer)));
+    [[nodiscard]] Subscription observe(std::string_view key, const std::function<void()>& observer) {
+        return Subscription(observers_[std::string(key)].connect(observer));
     }
 
 protected:

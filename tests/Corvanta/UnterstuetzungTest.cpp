@@ -10,9 +10,9 @@ Unterstuetzung withVersion(std::optional<std::string> version) {
 }
 
 TEST(Unterstuetzung, AsksForDonationsInEurosForTheProduct) {
-    EXPECT_EQ(withVersion("1.0").spende(), "https://www.paypal.com/donate/"
-                                           "?business=spenden%40corvanta%2Eexample"
-                                           "&currency_code=EUR&item_name=Corvanta");
+    EXPECT_EQ(Unterstuetzung::spende(), "https://www.paypal.com/donate/"
+                                        "?business=spenden%40corvanta%2Eexample"
+                                        "&currency_code=EUR&item_name=Corvanta");
 }
 
 TEST(Unterstuetzung, NamesTheVersionInTheSubjectOfTheMail) {

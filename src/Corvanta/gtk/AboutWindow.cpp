@@ -88,7 +88,7 @@ void AboutWindow::addSupport() {
         "schrift-klein"));
     auto* donate = Gtk::make_managed<Gtk::Button>(t("Spenden"));
     donate->set_halign(Gtk::Align::CENTER);
-    donate->signal_clicked().connect([this] { workspace_.open(unterstuetzung_.spende()); });
+    donate->signal_clicked().connect([this] { workspace_.open(Unterstuetzung::spende()); });
     column_.append(*donate);
 }
 

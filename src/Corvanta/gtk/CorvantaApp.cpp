@@ -217,7 +217,7 @@ void CorvantaApp::addHelpActions() {
     add_action("about", [this] { auxiliaryWindows_->showAbout(); });
     add_action("check-for-updates", [this] { auxiliaryWindows_->showAbout(); });
     add_action("feedback", [this] { workspace_.open(unterstuetzung_.rueckmeldung()); });
-    add_action("donate", [this] { workspace_.open(unterstuetzung_.spende()); });
+    add_action("donate", [this] { workspace_.open(Unterstuetzung::spende()); });
 }
 
 void CorvantaApp::addZoomActions() {
