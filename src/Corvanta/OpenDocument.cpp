@@ -60,11 +60,11 @@ void OpenDocument::protect(const Services& services, OutsideChanges::Observer ob
         journal_->append({}, document.text);
 }
 
-void OpenDocument::protectInPlaceOf(WaitingJournal& journal, std::string text, const Services& services,
-                                    OutsideChanges::Observer observer) {
+void OpenDocument::protectInPlaceOf(WaitingJournal& journal, const std::string& text,
+                                    const Services& services, OutsideChanges::Observer observer) {
     services_.emplace(services);
     observer_ = std::move(observer);
-    document.text = std::move(text);
+    document.text = text;
     journal_ = std::make_unique<Journal>(services.operations, services.worker, journal.takeFolder(),
                                          journalBase(), document.text);
     journal_->prepare();

@@ -75,7 +75,7 @@ public:
 
     /// As `protect`, for a document whose unsaved text was left behind in a journal: it becomes this text,
     /// and nothing of the journal is lost in between.
-    void protectInPlaceOf(WaitingJournal& journal, std::string text, const Services& services,
+    void protectInPlaceOf(WaitingJournal& journal, const std::string& text, const Services& services,
                           OutsideChanges::Observer observer);
 
     /// Keeps what was changed in the text. A failure means that a death of the process would lose something:
