@@ -11,6 +11,18 @@ protected:
             return testing::AssertionSuccess();
         return testing::AssertionFailure() << "the bar says: " << view->findBar().status();
     }
+
+    /// Has "a" found in "a b a", and an "x" typed in its place; the field for it has the keyboard.
+    testing::AssertionResult asksToReplaceBothLetters() {
+        open("a b a");
+        model->showReplaceBar();
+        keyboard.type("a");
+        testing::AssertionResult found = says("1 von 2");
+        for (int control = 0; control < 6; ++control)
+            keyboard.press("Tab");
+        keyboard.type("x");
+        return found;
+    }
 };
 
 TEST_F(FindInPaneTest, SearchesWhileTheStringIsTyped) {
@@ -66,26 +78,14 @@ TEST_F(FindInPaneTest, ReplacesInTheTextThroughTheBar) {
 }
 
 TEST_F(FindInPaneTest, ReplacesOnceForEachReturnHoweverQuicklyTheyFollow) {
-    open("a b a");
-    model->showReplaceBar();
-    keyboard.type("a");
-    ASSERT_TRUE(says("1 von 2"));
-    for (int control = 0; control < 6; ++control)
-        keyboard.press("Tab");
-    keyboard.type("x");
+    ASSERT_TRUE(asksToReplaceBothLetters());
     keyboard.press("Return");
     keyboard.press("Return");
     ASSERT_TRUE(becomes("x b x"));
 }
 
 TEST_F(FindInPaneTest, KeepsTheKeyboardInTheBarWhenThereIsNothingLeftToReplace) {
-    open("a b a");
-    model->showReplaceBar();
-    keyboard.type("a");
-    ASSERT_TRUE(says("1 von 2"));
-    for (int control = 0; control < 6; ++control)
-        keyboard.press("Tab");
-    keyboard.type("x");
+    ASSERT_TRUE(asksToReplaceBothLetters());
     for (int control = 0; control < 2; ++control)
         keyboard.press("Tab");
     keyboard.press("space");
