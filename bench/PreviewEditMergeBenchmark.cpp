@@ -1,4 +1,5 @@
 #include "EditorCore/PreviewEditMerge.hpp"
+#include "RealPages.hpp"
 #include "RealPieces.hpp"
 
 #include <benchmark/benchmark.h>
@@ -66,6 +67,18 @@ void BM_RefuseUnknownText(benchmark::State& state) {
     mergeInRealPages(state, "Ein Satz, den es nirgends gibt.", "x", 0, 1, "");
 }
 
+/// The floor of every merge, whose answer is a copy of the source.
+void BM_CopyText(benchmark::State& state) {
+    const auto size = static_cast<std::size_t>(state.range(0));
+    const std::string source(RealPages::text(size));
+    for ([[maybe_unused]] auto iteration : state) {
+        std::string copy = source;
+        benchmark::DoNotOptimize(copy.data());
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
+}
+
+BENCHMARK(BM_CopyText)->Arg(small)->Arg(largest);
 BENCHMARK(BM_MergeUniqueText)->Arg(small)->Arg(large)->Arg(largest);
 BENCHMARK(BM_MergePartOfAText)->Arg(small)->Arg(large)->Arg(largest);
 BENCHMARK(BM_MergeRepeatedText)->Arg(small)->Arg(large)->Arg(largest);

@@ -1,6 +1,8 @@
 #include "EditorCore/DecodedSource.hpp"
 
+#include "EditorCore/ByteSearch.hpp"
 #include "EditorCore/Graphemes.hpp"
+#include "EditorCore/ReadAhead.hpp"
 
 namespace corvanta {
 
@@ -23,21 +25,27 @@ std::size_t endOfComment(std::string_view source, std::size_t offset) {
     constexpr std::string_view closing = "-->";
     // Looks at the place of the ">" first: at anything else than a "-" there, all three places are passed by.
     for (std::size_t last = offset + 2; last < source.size(); last += source[last] == '-' ? 1U : 3U) {
+        ReadAhead::from(source, last);
         if (source.substr(last - 2).starts_with(closing) && isSignAlone(source, last - 2, closing.size()))
             return last + 1;
     }
     return source.size();
 }
 
+/// The offset of the next character that may end a tag or start a value in it.
+std::size_t endOfTagText(std::string_view source, std::size_t offset) {
+    return ByteSearch::next(source, offset, '>', '"', '\'');
+}
+
 /// `offset` is behind the tag's "<". A ">" in a quoted value does not end the tag.
 std::size_t endOfTag(std::string_view source, std::size_t offset) {
-    for (; offset < source.size(); ++offset) {
-        const char byte = source[offset];
-        if ((byte != '>' && byte != '"' && byte != '\'') || !Graphemes::isAlone(source, offset))
+    for (offset = endOfTagText(source, offset); offset < source.size();
+         offset = endOfTagText(source, offset + 1)) {
+        if (!Graphemes::isAlone(source, offset))
             continue;
-        if (byte == '>')
+        if (source[offset] == '>')
             return offset + 1;
-        offset = nextAlone(byte, source, offset + 1);
+        offset = nextAlone(source[offset], source, offset + 1);
     }
     return source.size();
 }

@@ -13,26 +13,10 @@ namespace {
 using Elements = HTMLFormatterElements;
 
 constexpr std::string_view commentStart = "<!--";
-constexpr std::string_view commentEnd = "-->";
 constexpr std::string_view phpStart = "<?";
-constexpr std::string_view phpEnd = "?>";
 
 /// How many pieces are collected, at least, before they are printed.
 constexpr std::size_t batchSize = 512;
-
-/// The position of the first of `bytes` at or after `position`, or the text's end.
-template <char... bytes>
-std::size_t next(std::string_view text, std::size_t position) {
-    for (; position + ByteWord::size <= text.size(); position += ByteWord::size) {
-        const ByteWord word(text.data() + position);
-        const ByteWord::Marks marks = (word.equalTo(bytes) | ...);
-        if (marks != 0)
-            return position + ByteWord::first(marks);
-    }
-    while (position < text.size() && ((text[position] != bytes) && ...))
-        ++position;
-    return position;
-}
 
 bool needsCollapsing(std::string_view text) {
     return HTMLFormatterSpace::nextToCollapse(text, 0) < text.size();
@@ -45,7 +29,7 @@ void HTMLFormatterParser::parse(std::string_view text, HTMLFormatterPrinter& pri
 }
 
 HTMLFormatterParser::HTMLFormatterParser(std::string_view text, HTMLFormatterPrinter& printer)
-    : text_(text), lastTagEnd_(text.rfind('>')), printer_(printer) {
+    : text_(text), printer_(printer) {
     openCounts_.resize(names_.count());
 }
 
@@ -75,29 +59,27 @@ std::size_t HTMLFormatterParser::readMarkup(std::size_t position) {
     if (HTMLFormatterNames::startsAt(text_, position + 1))
         return readOpeningTag(position);
     if (rest.starts_with(commentStart))
-        return readUntil(commentEnd, position + commentStart.size(), position, Kind::comment);
+        return readPiece(position, endAfter("-->", position + commentStart.size()), Kind::comment);
     if (rest.starts_with("<!"))
-        return readUntil(">", position, position, Kind::doctype);
+        return readPiece(position, endAfter(">", position), Kind::doctype);
     if (rest.starts_with(phpStart))
-        return readUntil(phpEnd, position + phpStart.size(), position, Kind::php);
+        return readPiece(position, endAfter("?>", position + phpStart.size()), Kind::php);
     return position + 1;
 }
 
-std::size_t HTMLFormatterParser::readUntil(std::string_view end, std::size_t searchFrom, std::size_t position,
-                                           Kind kind) {
-    const std::size_t found = text_.find(end, searchFrom);
-    const std::size_t pieceEnd = found == none ? text_.size() : found + end.size();
+std::size_t HTMLFormatterParser::readPiece(std::size_t position, std::size_t end, Kind kind) {
     flushText(position);
-    const HTMLFormatterPiece& piece = append(kind, position, pieceEnd);
+    const HTMLFormatterPiece& piece = append(kind, position, end);
     if (kind != Kind::php || piece.text.find('\n') != none)
         makeParentCascade();
-    return pieceEnd;
+    return end;
 }
 
 std::size_t HTMLFormatterParser::readClosingTag(std::size_t position) {
-    if (lastTagEnd_ == none || lastTagEnd_ < position)
+    const std::size_t lastByte = findPlainTagEnd(position);
+    if (lastByte == none)
         return position + 1;
-    const std::size_t tagEnd = text_.find('>', position) + 1;
+    const std::size_t tagEnd = lastByte + 1;
     const std::size_t nameStart = position + 2;
     const std::size_t nameEnd = HTMLFormatterNames::end(text_, nameStart);
     if (nameEnd == nameStart)
@@ -141,9 +123,10 @@ std::size_t HTMLFormatterParser::readOpeningTag(std::size_t position) {
 std::size_t HTMLFormatterParser::readRawElement(std::size_t position, std::size_t tagEnd,
                                                 const HTMLFormatterNames::Name& name) {
     const std::size_t closingTag = findClosingTag(tagEnd, name.number);
-    if (closingTag == none || lastTagEnd_ < closingTag)
+    const std::size_t lastByte = closingTag == none ? none : findPlainTagEnd(closingTag);
+    if (lastByte == none)
         return position;
-    const std::size_t elementEnd = text_.find('>', closingTag) + 1;
+    const std::size_t elementEnd = lastByte + 1;
     makeParentCascade();
     append(Kind::rawOpening, position, tagEnd).isLiteral = (name.traits & Elements::literalWhitespace) != 0;
     append(Kind::rawContent, tagEnd, closingTag);
@@ -151,7 +134,15 @@ std::size_t HTMLFormatterParser::readRawElement(std::size_t position, std::size_
     return elementEnd;
 }
 
-/// The position of the first ">" after `position` that is not in quotes.
+std::size_t HTMLFormatterParser::findPlainTagEnd(std::size_t position) {
+    if (position >= noTagEndFrom_)
+        return none;
+    const std::size_t found = text_.find('>', position);
+    if (found == none)
+        noTagEndFrom_ = position;
+    return found;
+}
+
 std::size_t HTMLFormatterParser::findTagEnd(std::size_t position) {
     for (TagWalk& hopeless : hopelessWalks_) {
         walk(hopeless, position);
@@ -171,13 +162,12 @@ void HTMLFormatterParser::walk(TagWalk& tagWalk, std::size_t limit) const {
     const std::string_view text = text_.substr(0, limit);
     while (tagWalk.position < limit) {
         if (tagWalk.quote == 0) {
-            tagWalk.position = next<'>', '"', '\''>(text, tagWalk.position);
+            tagWalk.position = ByteSearch::next(text, tagWalk.position, '>', '"', '\'');
             if (tagWalk.position == limit || text[tagWalk.position] == '>')
                 return;
             tagWalk.quote = text[tagWalk.position];
         } else {
-            tagWalk.position =
-                tagWalk.quote == '"' ? next<'"'>(text, tagWalk.position) : next<'\''>(text, tagWalk.position);
+            tagWalk.position = ByteSearch::next(text, tagWalk.position, tagWalk.quote);
             if (tagWalk.position == limit)
                 return;
             tagWalk.quote = 0;

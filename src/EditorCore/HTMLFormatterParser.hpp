@@ -1,5 +1,6 @@
 #pragma once
 
+#include "EditorCore/ByteSearch.hpp"
 #include "EditorCore/HTMLFormatterElements.hpp"
 #include "EditorCore/HTMLFormatterNames.hpp"
 #include "EditorCore/HTMLFormatterPiece.hpp"
@@ -47,13 +48,21 @@ private:
     /// These read what starts with the "<" at `position` and return the position after it; a "<" that starts
     /// nothing is left to the text.
     std::size_t readMarkup(std::size_t position);
-    std::size_t readUntil(std::string_view end, std::size_t searchFrom, std::size_t position, Kind kind);
+    /// `end` is the position after it.
+    std::size_t readPiece(std::size_t position, std::size_t end, Kind kind);
     std::size_t readClosingTag(std::size_t position);
     std::size_t readOpeningTag(std::size_t position);
     /// `position` itself when the element is not closed.
     std::size_t readRawElement(std::size_t position, std::size_t tagEnd,
                                const HTMLFormatterNames::Name& name);
 
+    /// The position after the next `sign`, or the end of the text.
+    std::size_t endAfter(std::string_view sign, std::size_t position) const {
+        return ByteSearch::endAfter(sign, text_, position);
+    }
+    /// The position of the first ">" after `position`, where a closing tag starts; quotes mean nothing there.
+    std::size_t findPlainTagEnd(std::size_t position);
+    /// The same for an opening tag: the first one that is not in quotes.
     std::size_t findTagEnd(std::size_t position);
     void walk(TagWalk& tagWalk, std::size_t limit) const;
     std::size_t findClosingTag(std::size_t from, std::size_t rawElement);
@@ -78,7 +87,8 @@ private:
     void handOver(std::size_t count);
 
     std::string_view text_;
-    std::size_t lastTagEnd_;
+    /// From here on there is no ">", as far as is known.
+    std::size_t noTagEndFrom_ = none;
     std::size_t textStart_ = 0;
     HTMLFormatterPrinter& printer_;
     /// Those that are not printed yet. They are printed while the processor still has them at hand.

@@ -3,8 +3,6 @@
 #include "EditorCore/HTMLFormatterCode.hpp"
 #include "EditorCore/HTMLFormatterSpace.hpp"
 
-#include <algorithm>
-
 namespace corvanta {
 
 namespace {
@@ -12,6 +10,7 @@ namespace {
 using Space = HTMLFormatterSpace;
 
 constexpr std::string_view blanksAndTabs = " \t";
+constexpr std::size_t none = std::string_view::npos;
 
 } // namespace
 
@@ -41,7 +40,8 @@ void HTMLFormatterPrinter::printRun(std::size_t end) {
     // A line always holds something else than white space, so that a run of nothing else makes none.
     const HTMLFormatterPiece& first = pieces_[runStart_];
     if (!isInRun_ && end - runStart_ == 1 && first.kind == Kind::text && Space::fills(first.text)) {
-        if (std::count(first.text.begin(), first.text.end(), '\n') >= 2)
+        const std::size_t lineEnd = first.text.find('\n');
+        if (lineEnd != none && first.text.find('\n', lineEnd + 1) != none)
             lines_.leaveEmpty(1);
         return;
     }
@@ -138,14 +138,14 @@ void HTMLFormatterPrinter::printInline(std::size_t start, std::size_t end) {
 void HTMLFormatterPrinter::printRunText(std::string_view text) {
     std::size_t position = isInRunLine_ ? 0 : Space::skip(text, 0);
     while (position < text.size()) {
-        const std::size_t end = Space::nextToCollapse(text, position);
+        const std::size_t end = Space::endOfCopy(text, position);
         if (position < end) {
             startRunLine();
             lines_.append(text.substr(position, end - position));
         }
         position = Space::skip(text, end);
         const std::string_view space = text.substr(end, position - end);
-        if (space.find('\n') != std::string_view::npos)
+        if (space.find('\n') != none)
             endRunLine();
         else if (!space.empty())
             lines_.append(" ");

@@ -1,6 +1,7 @@
 #include "EditorCore/SyntaxTokenizer.hpp"
 
 #include "EditorCore/ASCII.hpp"
+#include "EditorCore/ByteSearch.hpp"
 #include "EditorCore/ByteWord.hpp"
 #include "EditorCore/CharacterTable.hpp"
 #include "EditorCore/CodeUnitCursor.hpp"
@@ -351,34 +352,19 @@ private:
 
     /// The position after the next `closing`, or the end of the text.
     std::size_t endAfter(std::string_view closing, std::size_t position) const {
-        const std::size_t found = text_.find(closing, position);
-        return found == std::string_view::npos ? text_.size() : found + closing.size();
+        return ByteSearch::endAfter(closing, text_, position);
     }
 
     /// The end of the string that starts with the quote at `position`; a backslash hides the character after
     /// it.
     std::size_t endOfEscapedString(std::size_t position) const {
         const char quote = text_[position];
-        for (position = next(quote, '\\', position + 1); position < text_.size();
-             position = next(quote, '\\', position + 2)) {
+        for (position = ByteSearch::next(text_, position + 1, quote, '\\'); position < text_.size();
+             position = ByteSearch::next(text_, position + 2, quote, '\\')) {
             if (text_[position] == quote)
                 return position + 1;
         }
         return text_.size();
-    }
-
-    /// The position of the next of two ASCII characters, or the end of the text.
-    std::size_t next(char one, char other, std::size_t position) const {
-        while (position + ByteWord::size <= text_.size()) {
-            const ByteWord bytes(text_.data() + position);
-            const auto found = bytes.equalTo(one) | bytes.equalTo(other);
-            position += ByteWord::first(found);
-            if (found != 0)
-                return position;
-        }
-        while (position < text_.size() && text_[position] != one && text_[position] != other)
-            ++position;
-        return position;
     }
 
     /// Returns `end`.

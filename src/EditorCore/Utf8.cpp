@@ -1,6 +1,7 @@
 #include "EditorCore/Utf8.hpp"
 
 #include "EditorCore/ByteWord.hpp"
+#include "EditorCore/ReadAhead.hpp"
 
 #include <algorithm>
 #include <array>
@@ -114,9 +115,13 @@ std::size_t Utf8::asciiPrefixLength(std::string_view bytes) {
 
 std::int64_t Utf8::codeUnitCount(std::string_view text) {
     std::int64_t count = 0;
-    for (const char character : text) {
-        const auto byte = static_cast<std::uint8_t>(character);
-        count += static_cast<std::int64_t>(!isContinuation(byte)) + static_cast<std::int64_t>(byte >= 0xF0);
+    for (std::size_t start = 0; start < text.size(); start += ReadAhead::step) {
+        ReadAhead::from(text, start);
+        for (const char character : text.substr(start, ReadAhead::step)) {
+            const auto byte = static_cast<std::uint8_t>(character);
+            count +=
+                static_cast<std::int64_t>(!isContinuation(byte)) + static_cast<std::int64_t>(byte >= 0xF0);
+        }
     }
     return count;
 }

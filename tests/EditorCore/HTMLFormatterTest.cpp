@@ -317,6 +317,20 @@ TEST(HTMLFormatter, CollapsesRunsWhereverTheyLieInTheText) {
     }
 }
 
+TEST(HTMLFormatter, CollapsesRunsAnywhereInALineThatIsCopiedInPieces) {
+    constexpr std::size_t piece = 16384;
+    for (std::size_t before = piece - 10; before < piece + 10; ++before) {
+        const std::string start = "." + std::string(before, 'x');
+        const std::string longLine = std::string(2 * piece, 'y');
+        for (const std::string_view space : {" ", "  ", "   ", "\t", " \t"})
+            EXPECT_EQ(format(start + std::string(space) + longLine), start + " " + longLine) << before;
+        EXPECT_EQ(format("<p>" + start + "  " + longLine + "</p>"), "<p>" + start + " " + longLine + "</p>");
+        EXPECT_EQ(format(start + "\n" + longLine), start + "\n" + longLine) << before;
+        EXPECT_EQ(format(start + " \n" + longLine), start + "\n" + longLine) << before;
+        EXPECT_EQ(format(start + "\n " + longLine), start + "\n" + longLine) << before;
+    }
+}
+
 TEST(HTMLFormatter, FormatsTwinsWithCarriageReturnsAlike) {
     const std::string page =
         "<!DOCTYPE html>\n<html>\n<body>\n\n<p>a\n b</p>\ntext\n  <b>x\ny</b>  \n\n\n"
