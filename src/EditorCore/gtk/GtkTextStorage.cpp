@@ -210,22 +210,36 @@ bool GtkTextStorage::paint(const Gtk::TextBuffer::iterator& first, const Gtk::Te
         return true;
     const bool isAll = stale->length <= most;
     stale->length = std::min(stale->length, most);
+    show(overlapping(wanted, *stale), *stale);
+    return isAll;
+}
 
+bool GtkTextStorage::isBare(const Gtk::TextBuffer::iterator& first,
+                            const Gtk::TextBuffer::iterator& last) const {
+    return !painted_.staleRange(codeUnits(first, last), {});
+}
+
+void GtkTextStorage::strip(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) {
+    if (const std::optional<TextRange> painted = painted_.staleRange(codeUnits(first, last), {}))
+        show({}, *painted);
+}
+
+/// Makes the buffer show `wanted`, which overlap `range`, in it.
+void GtkTextStorage::show(std::span<const SyntaxSpan> wanted, TextRange range) {
     const auto place = [this](std::int64_t codeUnit) { return iterator(text_.atCodeUnit(codeUnit)); };
     isPainting_ = true;
-    buffer_->apply_tag(fence_, place(stale->location), place(stale->end()));
+    buffer_->apply_tag(fence_, place(range.location), place(range.end()));
     for (const Paint& paint : paints_)
-        buffer_->remove_tag(paint.tag, place(stale->location), place(stale->end()));
+        buffer_->remove_tag(paint.tag, place(range.location), place(range.end()));
     // From the end, so that the buffer finds each place and the tag's next end after few of these pieces.
-    for (const SyntaxSpan& run : std::views::reverse(overlapping(wanted, *stale))) {
-        const std::int64_t from = std::max(run.range.location, stale->location);
-        const std::int64_t to = std::min(run.range.end(), stale->end());
+    for (const SyntaxSpan& run : std::views::reverse(wanted)) {
+        const std::int64_t from = std::max(run.range.location, range.location);
+        const std::int64_t to = std::min(run.range.end(), range.end());
         buffer_->apply_tag(paints_[index(run.token)].tag, place(from), place(to));
     }
-    buffer_->remove_tag(fence_, place(stale->location), place(stale->end()));
+    buffer_->remove_tag(fence_, place(range.location), place(range.end()));
     isPainting_ = false;
-    painted_.didPaint(*stale, wanted);
-    return isAll;
+    painted_.didPaint(range, wanted);
 }
 
 } // namespace corvanta

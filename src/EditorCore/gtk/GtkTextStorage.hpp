@@ -17,6 +17,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -71,6 +72,10 @@ public:
     bool paint(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last,
                std::int64_t most);
 
+    /// Whether the buffer shows no colours between the two places, and making it so.
+    bool isBare(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) const;
+    void strip(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
+
     /// Chooses the colours' values; nothing is painted anew for it.
     void setAppearance(Appearance appearance);
 
@@ -94,6 +99,7 @@ private:
     void bufferWillErase(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
     void erase(std::int64_t first, std::int64_t last);
     void recordChange(std::int64_t firstByte, std::int64_t lastByte);
+    void show(std::span<const SyntaxSpan> wanted, TextRange range);
     void applyColor(const Paint& paint) const;
     void applyBase() const;
     TextRange codeUnits(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last) const;

@@ -28,12 +28,38 @@ constexpr int sparePart = 400;
 /// The most code units that are painted in a frame where a line is long. A view that does not know its size
 /// yet may claim to show all of the line, and painting all of a megabyte takes minutes.
 constexpr std::int64_t mostOfALongLine = 8192;
+constexpr std::int64_t all = std::numeric_limits<std::int64_t>::max();
 
 bool isLong(const Gtk::TextBuffer::iterator& place) {
     return place.get_bytes_in_line() > longLine;
 }
 
+Gtk::TextBuffer::iterator startOfLine(Gtk::TextBuffer::iterator place) {
+    place.set_line_offset(0);
+    return place;
+}
+
+Gtk::TextBuffer::iterator endOfLine(Gtk::TextBuffer::iterator place) {
+    if (!place.ends_line())
+        place.forward_to_line_end();
+    return place;
+}
+
 } // namespace
+
+/// `stretch` with whole lines at its ends or, of long ones, `count` characters more.
+VisiblePainter::Stretch VisiblePainter::extended(Stretch stretch, int count) {
+    if (isLong(stretch.first))
+        stretch.first.backward_chars(std::min(count, stretch.first.get_line_offset()));
+    else
+        stretch.first.set_line_offset(0);
+    if (isLong(stretch.last))
+        stretch.last.forward_chars(
+            std::min(count, stretch.last.get_chars_in_line() - stretch.last.get_line_offset()));
+    else
+        stretch.last = endOfLine(stretch.last);
+    return stretch;
+}
 
 VisiblePainter::VisiblePainter(Gtk::TextView& view, GtkTextStorage& storage)
     : view_(view), storage_(storage) {
@@ -73,10 +99,45 @@ void VisiblePainter::paintVisible() {
     view_.get_visible_rect(visible);
     if (visible.get_height() <= 0)
         return;
-    paintLines(visible.get_y(), visible.get_height());
+    paintSeen(stretchAt(visible.get_y(), visible.get_height()));
     nextY_ = visible.get_y() - visible.get_height();
     lastY_ = visible.get_y() + 2 * visible.get_height();
     paintNeighbourhoodLater();
+}
+
+VisiblePainter::Stretch VisiblePainter::stretchAt(int y, int height) const {
+    Gdk::Rectangle visible;
+    view_.get_visible_rect(visible);
+    Stretch stretch;
+    view_.get_iter_at_location(stretch.first, visible.get_x(), y);
+    view_.get_iter_at_location(stretch.last, visible.get_x() + visible.get_width(), y + height);
+    return stretch;
+}
+
+void VisiblePainter::paintSeen(const Stretch& seen) {
+    const bool isInLongLines = isLong(seen.first) && isLong(seen.last);
+    if (isInLongLines && storage_.isPainted(seen.first, seen.last) && isBareFarFrom(seen))
+        return;
+    const Stretch painted = extended(seen, sparePart);
+    stripAround(painted);
+    const bool isCheap = !isLong(seen.first) && !isLong(seen.last);
+    if (!storage_.paint(painted.first, painted.last, isCheap ? all : mostOfALongLine))
+        paintBeforeNextFrame();
+}
+
+bool VisiblePainter::isBareFarFrom(const Stretch& seen) const {
+    const Stretch near = extended(seen, 2 * sparePart);
+    return storage_.isBare(startOfLine(near.first), near.first) &&
+           storage_.isBare(near.last, endOfLine(near.last));
+}
+
+/// Each piece of a line that the view wraps goes through all colours of the line before it: those that nobody
+/// sees would only slow down every key.
+void VisiblePainter::stripAround(const Stretch& painted) {
+    if (isLong(painted.first))
+        storage_.strip(startOfLine(painted.first), painted.first);
+    if (isLong(painted.last))
+        storage_.strip(painted.last, endOfLine(painted.last));
 }
 
 void VisiblePainter::paintNeighbourhoodLater() {
@@ -86,8 +147,7 @@ void VisiblePainter::paintNeighbourhoodLater() {
 bool VisiblePainter::paintSlice() {
     const auto start = std::chrono::steady_clock::now();
     while (nextY_ < lastY_) {
-        if (!isLong(lineAt(nextY_)))
-            paintLines(nextY_, sliceHeight);
+        paintUnlessLong(stretchAt(nextY_, sliceHeight));
         nextY_ += sliceHeight;
         if (std::chrono::steady_clock::now() - start > sliceTime)
             return true;
@@ -95,33 +155,12 @@ bool VisiblePainter::paintSlice() {
     return false;
 }
 
-Gtk::TextBuffer::iterator VisiblePainter::lineAt(int y) const {
-    Gtk::TextBuffer::iterator line;
-    int top = 0;
-    view_.get_line_at_y(line, y, top);
-    return line;
-}
-
-void VisiblePainter::paintLines(int y, int height) {
-    Gdk::Rectangle visible;
-    view_.get_visible_rect(visible);
-    Gtk::TextBuffer::iterator first;
-    Gtk::TextBuffer::iterator last;
-    view_.get_iter_at_location(first, visible.get_x(), y);
-    view_.get_iter_at_location(last, visible.get_x() + visible.get_width(), y + height);
-    if (isLong(first) && isLong(last) && storage_.isPainted(first, last))
+void VisiblePainter::paintUnlessLong(const Stretch& stretch) {
+    if (isLong(stretch.first))
         return;
-    if (isLong(first))
-        first.backward_chars(std::min(sparePart, first.get_line_offset()));
-    else
-        first.set_line_offset(0);
-    if (isLong(last))
-        last.forward_chars(std::min(sparePart, last.get_chars_in_line() - last.get_line_offset()));
-    else
-        last.forward_to_line_end();
-    const bool isCheap = !isLong(first) && !isLong(last);
-    if (!storage_.paint(first, last, isCheap ? std::numeric_limits<std::int64_t>::max() : mostOfALongLine))
-        paintBeforeNextFrame();
+    const Gtk::TextBuffer::iterator last =
+        isLong(stretch.last) ? startOfLine(stretch.last) : endOfLine(stretch.last);
+    storage_.paint(startOfLine(stretch.first), last, all);
 }
 
 } // namespace corvanta

@@ -23,12 +23,23 @@ public:
     void paintVisible();
 
 private:
+    /// Text between two places of the buffer.
+    struct Stretch {
+        Gtk::TextBuffer::iterator first;
+        Gtk::TextBuffer::iterator last;
+    };
+
+    static Stretch extended(Stretch stretch, int count);
+
     void paintBeforeNextFrame();
     void watchScrolling();
     void paintNeighbourhoodLater();
     bool paintSlice();
-    Gtk::TextBuffer::iterator lineAt(int y) const;
-    void paintLines(int y, int height);
+    Stretch stretchAt(int y, int height) const;
+    void paintSeen(const Stretch& seen);
+    bool isBareFarFrom(const Stretch& seen) const;
+    void stripAround(const Stretch& painted);
+    void paintUnlessLong(const Stretch& stretch);
 
     Gtk::TextView& view_;
     GtkTextStorage& storage_;

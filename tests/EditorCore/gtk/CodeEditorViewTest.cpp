@@ -61,6 +61,12 @@ protected:
         return true;
     }
 
+    bool isBare(int from, int count) {
+        const std::vector<std::string> colors = shownColors();
+        return std::all_of(colors.begin() + from, colors.begin() + from + count,
+                           [](const std::string& color) { return color.empty(); });
+    }
+
     static std::string longLine() {
         std::string line;
         while (line.size() < 40'000)
@@ -237,6 +243,20 @@ TEST_F(CodeEditorViewTest, PaintsOnlyWhatIsSeenOfALongLine) {
     buffer()->place_cursor(buffer()->end());
     view->textView().scroll_to(buffer()->get_insert());
     EXPECT_TRUE(waitUntil([&] { return showsItsColors(end, 200); }));
+}
+
+TEST_F(CodeEditorViewTest, TakesTheColoursFromWhatIsNoLongerSeenOfALongLine) {
+    open("<p>\n" + longLine() + "\n<p>\n");
+    ASSERT_TRUE(waitUntil([&] { return showsItsColors(0, 200); }));
+    buffer()->place_cursor(buffer()->end());
+    view->textView().scroll_to(buffer()->get_insert());
+    const int end = buffer()->get_char_count() - 200;
+    EXPECT_TRUE(waitUntil([&] { return showsItsColors(end, 200) && isBare(4, 2000); }));
+    EXPECT_TRUE(showsItsColors(0, 3));
+    buffer()->place_cursor(buffer()->begin());
+    view->textView().scroll_to(buffer()->get_insert());
+    EXPECT_TRUE(waitUntil([&] { return showsItsColors(0, 200) && isBare(end - 2000, 2000); }));
+    EXPECT_TRUE(showsItsColors(buffer()->get_char_count() - 4, 4));
 }
 
 TEST_F(CodeEditorViewTest, ColoursWhatIsTypedIntoALongLine) {
