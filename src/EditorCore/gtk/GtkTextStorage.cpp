@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <ranges>
+#include <string_view>
 
 namespace corvanta {
 
@@ -12,6 +13,16 @@ namespace {
 Gdk::RGBA rgba(const Color& color) {
     return Gdk::RGBA(static_cast<float>(color.red) / 255.0F, static_cast<float>(color.green) / 255.0F,
                      static_cast<float>(color.blue) / 255.0F);
+}
+
+/// How many bytes of `text` to begin with: all of it unless that takes longer than a frame, or else far more
+/// than a window shows, up to the end of a line.
+std::size_t startLength(std::string_view text) {
+    constexpr std::size_t enough = 65536;
+    if (text.size() <= 4 * enough)
+        return text.size();
+    const std::size_t lineEnd = text.substr(0, 2 * enough).find('\n', enough);
+    return lineEnd == std::string_view::npos ? text.size() : lineEnd + 1;
 }
 
 } // namespace
@@ -48,16 +59,34 @@ GtkTextStorage::GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, SharedText 
 void GtkTextStorage::fillBuffer() {
     std::string text = text_.string();
     nulStandIn_ = NulStandIn(text);
-    const std::string shown = nulStandIn_.shown(std::move(text));
-    // Not through the binding, which would make and check a string of its own: this is most of what opening a
-    // large text takes.
-    gtk_text_buffer_set_text(buffer_->gobj(), shown.data(), static_cast<int>(shown.size()));
+    tail_ = nulStandIn_.shown(std::move(text));
+    appendToBuffer(startLength(tail_));
     runs_.didInsert(0, length());
     painted_.didInsert(0, length());
 }
 
+/// Moves the first `count` bytes of the tail into the buffer.
+void GtkTextStorage::appendToBuffer(std::size_t count) {
+    isFilling_ = true;
+    GtkTextIter end;
+    gtk_text_buffer_get_end_iter(buffer_->gobj(), &end);
+    // Not through the binding, which would make and check a string of its own: this is most of what opening a
+    // large text takes.
+    gtk_text_buffer_insert(buffer_->gobj(), &end, tail_.data(), static_cast<int>(count));
+    isFilling_ = false;
+    if (count == tail_.size())
+        tail_ = {};
+    else
+        tail_.erase(0, count);
+}
+
+void GtkTextStorage::complete() {
+    if (!isComplete())
+        appendToBuffer(tail_.size());
+}
+
 void GtkTextStorage::bufferWillInsert(const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted) {
-    if (inserted.empty())
+    if (isFilling_ || inserted.empty())
         return;
     willEdit_.emit();
     std::string meant = nulStandIn_.meant(inserted.raw());
@@ -95,6 +124,7 @@ TextChange GtkTextStorage::takeChange() {
 }
 
 void GtkTextStorage::replace(std::int64_t first, std::int64_t last, const std::string& inserted) {
+    complete();
     if (!nulStandIn_.canShow(inserted)) {
         SharedText text = text_;
         text.replace(first, last, inserted);
@@ -129,6 +159,7 @@ void GtkTextStorage::erase(std::int64_t first, std::int64_t last) {
 }
 
 void GtkTextStorage::replaceText(const SharedText& text) {
+    complete();
     const TextChange change = SharedText::change(text_, text);
     const std::string inserted =
         text.substring(change.unchangedBefore, text.end().byte - change.unchangedAfter);

@@ -15,7 +15,9 @@
 #include <gtkmm/textbuffer.h>
 #include <gtkmm/texttag.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -29,8 +31,8 @@ namespace corvanta {
 /// later reading.
 class GtkTextStorage final : public TextStorage {
 public:
-    /// Fills `buffer` with `text`. What happens to it from then on is recorded in `history`, which outlives
-    /// the storage.
+    /// Fills `buffer` with `text`, of a large one with the start only. What happens to it from then on is
+    /// recorded in `history`, which outlives the storage.
     GtkTextStorage(Glib::RefPtr<Gtk::TextBuffer> buffer, SharedText text, UndoHistory& history);
 
     SharedText text() const override { return text_; }
@@ -48,8 +50,25 @@ public:
         return text_.atCodePoint(place.get_offset());
     }
     Gtk::TextBuffer::iterator iterator(const TextPosition& position) {
+        if (!isComplete() && position.codePoint > buffer_->get_char_count())
+            complete();
         return buffer_->get_iter_at_offset(static_cast<int>(position.codePoint));
     }
+
+    /// Whether the buffer holds all of the text. As long as it does not, what it holds is the text's start,
+    /// and that may be edited.
+    bool isComplete() const { return tail_.empty(); }
+
+    /// Puts the rest of the text into the buffer.
+    void complete();
+
+    /// How many lines the buffer has, or will have.
+    std::int64_t lineCount() const {
+        return buffer_->get_line_count() + std::count(tail_.begin(), tail_.end(), '\n');
+    }
+
+    /// Whether that is going on: the buffer changes, but the text does not.
+    bool isFilling() const { return isFilling_; }
 
     /// Replaces the bytes from `first` to `last`, both between two characters, by `inserted` (UTF-8). What is
     /// selected afterwards is for the caller to say.
@@ -95,6 +114,7 @@ private:
     };
 
     void fillBuffer();
+    void appendToBuffer(std::size_t count);
     void bufferWillInsert(const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted);
     void bufferWillErase(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
     void erase(std::int64_t first, std::int64_t last);
@@ -119,6 +139,11 @@ private:
     SharedText text_;
     NulStandIn nulStandIn_;
     UndoHistory& history_;
+
+    /// What the buffer does not hold yet, as it will show it.
+    std::string tail_;
+    bool isFilling_ = false;
+
     RunList runs_;
     std::optional<TextChange> change_;
     PaintedRuns painted_;

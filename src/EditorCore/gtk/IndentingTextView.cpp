@@ -81,9 +81,11 @@ IndentingTextView::IndentingTextView(const SharedText& text, UndoHistory& histor
     : Gtk::TextView(plainSourceView()),
       textStorage_(get_buffer(), text, history),
       history_(history),
+      lateCompletion_(*this, textStorage_),
       dragStep_(*this) {
     updateLanguage();
-    get_buffer()->place_cursor(get_buffer()->begin());
+    const Glib::RefPtr<Gtk::TextBuffer> buffer = get_buffer();
+    buffer->place_cursor(buffer->begin());
     followSteps();
     followKeys();
 }
@@ -161,6 +163,8 @@ std::optional<ScrollOrigin> IndentingTextView::scrollOrigin() const {
 
 void IndentingTextView::scroll(ScrollOrigin origin) {
     wantedOrigin_ = origin;
+    if (origin.y > 0)
+        textStorage_.complete();
     // The widget finds out little by little how long a text is.
     scrollRangeChanged_ =
         Subscription(get_vadjustment()->signal_changed().connect([this] { scrollAsFarAsPossible(); }));
@@ -190,6 +194,7 @@ std::int64_t IndentingTextView::firstVisibleLine() const {
 }
 
 void IndentingTextView::scrollToLine(std::int64_t line) {
+    textStorage_.complete();
     wantedOrigin_.reset();
     const Glib::RefPtr<Gtk::TextBuffer> buffer = get_buffer();
     const std::int64_t last = buffer->get_line_count() - 1;
@@ -206,6 +211,7 @@ void IndentingTextView::revealSelection() {
 }
 
 void IndentingTextView::goToLine(int line) {
+    textStorage_.complete();
     const Glib::RefPtr<Gtk::TextBuffer> buffer = get_buffer();
     buffer->place_cursor(buffer->get_iter_at_line(std::clamp(line, 1, buffer->get_line_count()) - 1));
     wantedOrigin_.reset();
@@ -239,6 +245,8 @@ void IndentingTextView::followSteps() {
             beginStep();
     }));
     changed_ = Subscription(buffer->signal_changed().connect([this] {
+        if (textStorage_.isFilling())
+            return;
         hasChangedInStep_ = true;
         if (userActions_ == 0)
             endStep();
@@ -322,6 +330,7 @@ void IndentingTextView::followKeys() {
 
 bool IndentingTextView::takeKey(guint key, Gdk::ModifierType modifiers,
                                 const Gtk::EventControllerKey& controller) {
+    textStorage_.complete();
     const bool control = (modifiers & Gdk::ModifierType::CONTROL_MASK) != Gdk::ModifierType{};
     const bool shift = (modifiers & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType{};
     const bool alt = (modifiers & Gdk::ModifierType::ALT_MASK) != Gdk::ModifierType{};

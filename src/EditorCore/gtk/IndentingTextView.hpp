@@ -6,6 +6,7 @@
 #include "EditorCore/UndoHistory.hpp"
 #include "EditorCore/gtk/DragStep.hpp"
 #include "EditorCore/gtk/GtkTextStorage.hpp"
+#include "EditorCore/gtk/LateCompletion.hpp"
 #include "Platform/Subscription.hpp"
 #include "Platform/gtk/SignalConnection.hpp"
 
@@ -110,6 +111,7 @@ private:
     Subscription changed_;
     Subscription markMoved_;
     Subscription scrollRangeChanged_;
+    LateCompletion lateCompletion_;
     DragStep dragStep_;
 };
 
