@@ -2,8 +2,8 @@
 
 #include "DesignSystem/t.hpp"
 #include "EditorCore/IndentationEngine.hpp"
+#include "EditorCore/LineShift.hpp"
 
-#include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/window.h>
 #include <gtksourceview/gtksource.h>
 
@@ -64,17 +64,6 @@ Gtk::TextBuffer::iterator outsideLineEnd(Gtk::TextBuffer::iterator place) {
     return place;
 }
 
-bool asksForOtherIndentation(guint key) {
-    return key == GDK_KEY_Tab || key == GDK_KEY_KP_Tab || key == GDK_KEY_ISO_Left_Tab;
-}
-
-/// Whether these keys ask for a new line. With Control or Alt, Return belongs to commands.
-bool asksForNewline(guint key, Gdk::ModifierType modifiers) {
-    const bool isReturn = key == GDK_KEY_Return || key == GDK_KEY_KP_Enter || key == GDK_KEY_ISO_Enter;
-    const auto commandModifiers = Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::ALT_MASK;
-    return isReturn && (modifiers & commandModifiers) == Gdk::ModifierType{};
-}
-
 } // namespace
 
 IndentingTextView::IndentingTextView(const SharedText& text, UndoHistory& history)
@@ -82,12 +71,12 @@ IndentingTextView::IndentingTextView(const SharedText& text, UndoHistory& histor
       textStorage_(get_buffer(), text, history),
       history_(history),
       lateCompletion_(*this, textStorage_),
+      keys_(*this),
       dragStep_(*this) {
     updateLanguage();
     const Glib::RefPtr<Gtk::TextBuffer> buffer = get_buffer();
     buffer->place_cursor(buffer->begin());
     followSteps();
-    followKeys();
 }
 
 void IndentingTextView::updateLanguage() {
@@ -315,89 +304,6 @@ void IndentingTextView::apply(const UndoHistory::Step& step) {
     revealSelection();
 }
 
-void IndentingTextView::followKeys() {
-    // Before the widget's own controller, which would take the keys: the widget was made in C, so that its
-    // virtual functions cannot be overridden.
-    const auto controller = Gtk::EventControllerKey::create();
-    controller->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-    controller->signal_key_pressed().connect(
-        [this, keys = controller.get()](guint key, guint, Gdk::ModifierType modifiers) {
-            return takeKey(key, modifiers, *keys);
-        },
-        false);
-    add_controller(controller);
-}
-
-bool IndentingTextView::takeKey(guint key, Gdk::ModifierType modifiers,
-                                const Gtk::EventControllerKey& controller) {
-    textStorage_.complete();
-    const bool control = (modifiers & Gdk::ModifierType::CONTROL_MASK) != Gdk::ModifierType{};
-    const bool shift = (modifiers & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType{};
-    const bool alt = (modifiers & Gdk::ModifierType::ALT_MASK) != Gdk::ModifierType{};
-    const guint letter = gdk_keyval_to_lower(key);
-    if (control && !alt && (letter == GDK_KEY_z || letter == GDK_KEY_y)) {
-        if (letter == GDK_KEY_y || shift)
-            redo();
-        else
-            undo();
-        return true;
-    }
-    if (!control && !alt && (key == GDK_KEY_Home || key == GDK_KEY_KP_Home))
-        return !isForInputMethod(controller) && goToFirstNonBlank(shift);
-    if (!get_editable())
-        return false;
-    if (asksForNewline(key, modifiers)) {
-        if (!isForInputMethod(controller))
-            insertNewline();
-        return true;
-    }
-    const bool moves = shift || get_buffer()->get_has_selection();
-    if (!control && !alt && moves && asksForOtherIndentation(key)) {
-        if (!isForInputMethod(controller))
-            apply(shift ? LineShift::toTheLeft(text(), selectedRange())
-                        : LineShift::toTheRight(text(), selectedRange()));
-        return true;
-    }
-    // The input method deletes a selection before it inserts what was typed over it; together it is one step.
-    if (!get_buffer()->get_has_selection())
-        return false;
-    get_buffer()->begin_user_action();
-    const bool isTaken = isForInputMethod(controller);
-    get_buffer()->end_user_action();
-    return isTaken;
-}
-
-/// Moves the caret to the line's first character that is no blank; from there, and on the further rows of a
-/// wrapped line, the widget moves it to the start. False when nothing was done.
-bool IndentingTextView::goToFirstNonBlank(bool selects) {
-    const Glib::RefPtr<Gtk::TextBuffer> buffer = get_buffer();
-    const Gtk::TextBuffer::iterator caret = buffer->get_iter_at_mark(buffer->get_insert());
-    Gtk::TextBuffer::iterator row = caret;
-    backward_display_line_start(row);
-    if (!row.starts_line())
-        return false;
-    Gtk::TextBuffer::iterator target = caret;
-    target.set_line_offset(0);
-    while (!target.ends_line() && (*target == ' ' || *target == '\t'))
-        target.forward_char();
-    if (target == caret)
-        return false;
-    reset_im_context();
-    if (selects)
-        buffer->move_mark(buffer->get_insert(), target);
-    else
-        buffer->place_cursor(target);
-    revealSelection();
-    return true;
-}
-
-/// An input method may want Return for itself, to take what is being composed.
-bool IndentingTextView::isForInputMethod(const Gtk::EventControllerKey& controller) {
-    GdkEvent* event = gtk_event_controller_get_current_event(
-        const_cast<GtkEventController*>(controller.Gtk::EventController::gobj()));
-    return event != nullptr && gtk_text_view_im_context_filter_keypress(gobj(), event) != FALSE;
-}
-
 void IndentingTextView::insertNewline() {
     const Glib::RefPtr<Gtk::TextBuffer> buffer = get_buffer();
     std::string newline(1, '\n');
@@ -412,7 +318,9 @@ void IndentingTextView::insertNewline() {
 
 /// The widget's own way does the same, but loses the selection now and then: it gives it up and takes it
 /// again, and of the first of these the display server tells only after the second.
-void IndentingTextView::apply(const LineShift& shift) {
+void IndentingTextView::shiftLines(bool toTheLeft) {
+    const LineShift shift = toTheLeft ? LineShift::toTheLeft(text(), selectedRange())
+                                      : LineShift::toTheRight(text(), selectedRange());
     std::vector<Replacement> replacements;
     for (const TextRange& range : shift.ranges)
         replacements.push_back({range, std::string(shift.text)});

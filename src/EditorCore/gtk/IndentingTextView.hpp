@@ -1,16 +1,15 @@
 #pragma once
 
 #include "EditorCore/DynamicColor.hpp"
-#include "EditorCore/LineShift.hpp"
 #include "EditorCore/TextView.hpp"
 #include "EditorCore/UndoHistory.hpp"
 #include "EditorCore/gtk/DragStep.hpp"
+#include "EditorCore/gtk/EditorKeys.hpp"
 #include "EditorCore/gtk/GtkTextStorage.hpp"
 #include "EditorCore/gtk/LateCompletion.hpp"
 #include "Platform/Subscription.hpp"
 #include "Platform/gtk/SignalConnection.hpp"
 
-#include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/textview.h>
 
 #include <cstdint>
@@ -56,6 +55,12 @@ public:
     /// is the last one.
     void goToLine(int line);
 
+    /// Breaks the line and indents the new one to fit what is open before it, as one step.
+    void insertNewline();
+
+    /// Moves the lines that are selected by one tab.
+    void shiftLines(bool toTheLeft);
+
     /// Makes several replacements, in ascending order and not overlapping, one step.
     struct Replacement {
         TextRange range;
@@ -78,13 +83,7 @@ public:
     void updateLanguage();
 
 private:
-    void followKeys();
-    bool takeKey(guint key, Gdk::ModifierType modifiers, const Gtk::EventControllerKey& controller);
-    bool isForInputMethod(const Gtk::EventControllerKey& controller);
-    void insertNewline();
-    void apply(const LineShift& shift);
     std::string indentation();
-    bool goToFirstNonBlank(bool selects);
 
     void followSteps();
     void beginStep();
@@ -112,6 +111,7 @@ private:
     Subscription markMoved_;
     Subscription scrollRangeChanged_;
     LateCompletion lateCompletion_;
+    EditorKeys keys_;
     DragStep dragStep_;
 };
 
