@@ -272,6 +272,7 @@ TEST_F(CodeEditorViewTest, ColoursWhatIsTypedIntoALongLine) {
 
 TEST_F(CodeEditorViewTest, ChangesColoursWithTheAppearanceWithoutColouringAnew) {
     open("<p>x</p>");
+    ASSERT_TRUE(waitUntil([&] { return !colorAt(0).empty(); }));
     adw_style_manager_set_color_scheme(adw_style_manager_get_default(), ADW_COLOR_SCHEME_FORCE_DARK);
     EXPECT_EQ(colorAt(0), "64a8f0");
     adw_style_manager_set_color_scheme(adw_style_manager_get_default(), ADW_COLOR_SCHEME_DEFAULT);
