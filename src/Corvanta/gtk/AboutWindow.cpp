@@ -36,6 +36,7 @@ AboutWindow::AboutWindow(AboutModel& model, const Unterstuetzung& unterstuetzung
     // A large text does not fit on a small screen.
     auto* scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
     scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+    scrolled->set_propagate_natural_width(true);
     scrolled->set_propagate_natural_height(true);
     scrolled->set_child(column_);
     set_child(*scrolled);

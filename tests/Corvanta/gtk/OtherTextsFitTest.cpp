@@ -42,6 +42,14 @@ protected:
                << width << " by " << height;
     }
 
+    /// Whether a window shows everything without scrolling, as soon as it does.
+    static bool needsNoScrolling(GtkWidget* window) {
+        auto* scrolled = GTK_SCROLLED_WINDOW(descendant(window, GTK_TYPE_SCROLLED_WINDOW));
+        GtkAdjustment* place = gtk_scrolled_window_get_vadjustment(scrolled);
+        return waitUntil(
+            [place] { return gtk_adjustment_get_upper(place) <= gtk_adjustment_get_page_size(place); });
+    }
+
     static void expectThatItFits(const char* action, const char* title) {
         app->activate_action(action);
         EXPECT_TRUE(showsAllTextsWhole([&] { return windowCalled(t(title)); })) << action;
@@ -99,6 +107,7 @@ TEST_P(OtherTextsFitTest, InTheAboutWindowWhateverBecameOfTheUpdate) {
           Result{UpdateCheck::Failed{}}}) {
         model.update.result = result;
         EXPECT_TRUE(showsAllTextsWhole(window)) << result.index();
+        EXPECT_TRUE(needsNoScrolling(GTK_WIDGET(window.gobj()))) << result.index();
         EXPECT_TRUE(fitsOnASmallScreen(GTK_WIDGET(window.gobj()))) << result.index();
     }
 }
