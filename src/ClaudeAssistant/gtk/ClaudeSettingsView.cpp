@@ -13,13 +13,14 @@ ClaudeSettingsView::ClaudeSettingsView(ClaudeAssistantViewModel& assistant)
     auto* page = ADW_PREFERENCES_PAGE(gobj());
     adw_preferences_page_set_title(page, t("Claude").c_str());
     adw_preferences_page_set_icon_name(page, "starred-symbolic");
-    auto* group = ADW_PREFERENCES_GROUP(adw_preferences_group_new());
-    adw_preferences_page_add(page, group);
+    // A part of its own, so that it stands above the line for the key.
     adw_preferences_group_add(
-        group, Formular::erklaerung(t(
-                   "Mit deinem eigenen Anthropic-API-Schlüssel kann Claude dir beim Schreiben, Erklären und "
-                   "Prüfen von Code helfen. Ohne Schlüssel funktioniert Corvanta vollständig – der Assistent "
-                   "bleibt dann ausgeblendet.")));
+        Formular::gruppe(page),
+        Formular::erklaerung(
+            t("Mit deinem eigenen Anthropic-API-Schlüssel kann Claude dir beim Schreiben, Erklären und "
+              "Prüfen von Code helfen. Ohne Schlüssel funktioniert Corvanta vollständig – der Assistent "
+              "bleibt dann ausgeblendet.")));
+    AdwPreferencesGroup* group = Formular::gruppe(page);
     addKey(group);
     addButtons(group);
     addState(group);

@@ -3,6 +3,8 @@
 #include "DesignSystem/Mass.hpp"
 #include "DesignSystem/t.hpp"
 
+#include <gtkmm/scrolledwindow.h>
+
 namespace corvanta {
 
 namespace {
@@ -31,7 +33,13 @@ AboutWindow::AboutWindow(AboutModel& model, const Unterstuetzung& unterstuetzung
     set_title(t("Über Corvanta"));
     set_resizable(false);
     column_.set_margin(Mass::weit);
-    set_child(column_);
+    // A large text does not fit on a small screen.
+    auto* scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+    scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+    scrolled->set_propagate_natural_width(true);
+    scrolled->set_propagate_natural_height(true);
+    scrolled->set_child(column_);
+    set_child(*scrolled);
     addProduct();
     addUpdate();
     addSupport();

@@ -45,7 +45,6 @@ DocumentWindow::DocumentWindow(DocumentController& controller, OpenDocument& doc
     signal_close_request().connect([this] { return closeRequested(); }, false);
     content_.isPreviewVisible = services.showsPreview;
     startPreviewAfterFirstFrame();
-    openDroppedFiles();
     watchFile();
     contentView_.codeEditor().textView().grab_focus();
 }
@@ -142,24 +141,6 @@ void DocumentWindow::startPreviewOnceVisible() {
     } else {
         previewShown_ = content_.isPreviewVisible.subscribe([this](bool) { startPreviewOnceVisible(); });
     }
-}
-
-/// Before the text and the page, which would take a file's name for a text.
-void DocumentWindow::openDroppedFiles() {
-    GtkDropTarget* target = gtk_drop_target_new(GDK_TYPE_FILE_LIST, GDK_ACTION_COPY);
-    gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(target), GTK_PHASE_CAPTURE);
-    const auto drop = +[](GtkDropTarget*, const GValue* value, double, double, gpointer self) -> gboolean {
-        const std::unique_ptr<GSList, decltype(&g_slist_free)> files(
-            gdk_file_list_get_files(static_cast<GdkFileList*>(g_value_get_boxed(value))), &g_slist_free);
-        for (const GSList* file = files.get(); file != nullptr; file = file->next) {
-            // What is not on this machine has no path.
-            if (const char* path = g_file_peek_path(G_FILE(file->data)))
-                static_cast<DocumentWindow*>(self)->fileDropped_.emit(path);
-        }
-        return TRUE;
-    };
-    g_signal_connect(target, "drop", G_CALLBACK(drop), this);
-    gtk_widget_add_controller(GTK_WIDGET(gobj()), GTK_EVENT_CONTROLLER(target));
 }
 
 void DocumentWindow::watchFile() {

@@ -7,6 +7,7 @@
 #include "Corvanta/gtk/DocumentQuestions.hpp"
 #include "Corvanta/gtk/DocumentToolbar.hpp"
 #include "Corvanta/gtk/EditorActions.hpp"
+#include "Corvanta/gtk/FileDrop.hpp"
 #include "Corvanta/gtk/WindowServices.hpp"
 #include "Documents/Session.hpp"
 #include "Platform/Subscription.hpp"
@@ -87,7 +88,6 @@ private:
     void showTitle();
     void startPreviewAfterFirstFrame();
     void startPreviewOnceVisible();
-    void openDroppedFiles();
     void watchFile();
     bool closeRequested();
     void chooseFileThenSave(const std::function<void()>& whenSaved);
@@ -119,6 +119,7 @@ private:
     sigc::signal<void()> renamed_;
     sigc::signal<void()> stateChanged_;
     sigc::signal<void(const std::filesystem::path&)> fileDropped_;
+    FileDrop fileDrop_{*this, [this](const std::filesystem::path& path) { fileDropped_.emit(path); }};
     sigc::signal<void()> duplicateRequested_;
     Glib::RefPtr<Gio::FileMonitor> fileMonitor_;
     Subscription textChanged_;

@@ -2,7 +2,6 @@
 
 #include "DesignSystem/Mass.hpp"
 
-#include <adwaita.h>
 #include <gtkmm/object.h>
 
 namespace corvanta {
@@ -21,6 +20,12 @@ GtkWidget* titledRow(const std::string& title, Gtk::Widget& control) {
 }
 
 } // namespace
+
+AdwPreferencesGroup* Formular::gruppe(AdwPreferencesPage* seite) {
+    auto* group = ADW_PREFERENCES_GROUP(adw_preferences_group_new());
+    adw_preferences_page_add(seite, group);
+    return group;
+}
 
 GtkWidget* Formular::zeile(const std::string& titel, Gtk::Widget& bedienung, Gtk::Label* wert) {
     GtkWidget* row = titledRow(titel, bedienung);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <adwaita.h>
 #include <gtkmm/label.h>
 #include <gtkmm/widget.h>
 
@@ -10,6 +11,9 @@ namespace corvanta {
 /// Pieces of the settings' forms in the toolkit's own style. They belong to the container they are added to.
 struct Formular {
     Formular() = delete;
+
+    /// A new part at the end of a page of the form. Shows its lines before all its other contents.
+    static AdwPreferencesGroup* gruppe(AdwPreferencesPage* seite);
 
     /// A row with `titel` at its start and `bedienung` at its end, which a screen reader calls by the title.
     /// `wert`, if there is one, follows and shows what was set.

@@ -38,6 +38,7 @@ void GrantedFolders::add(const std::filesystem::path& folder) {
     name->set_hexpand(true);
     name->set_ellipsize(Pango::EllipsizeMode::START);
     name->set_width_chars(30);
+    name->set_tooltip_text(name->get_text());
     row->append(*name);
     auto* end = Gtk::make_managed<Gtk::Button>();
     end->set_icon_name("list-remove-symbolic");

@@ -312,11 +312,14 @@ void PreviewWebView::pasteByKeysAsPlainText() {
 }
 
 /// The page keeps Tab for itself, as the source does. The engine finds out what keys mean by a text widget
-/// that nobody sees: it would take the keyboard, and with Control and Tab pass it on a second time.
+/// that nobody sees: it would take the keyboard, with Control and Tab pass it on a second time, and open its
+/// own menu beside the page's.
 void PreviewWebView::leaveByKeys() {
     for (GtkWidget* child = gtk_widget_get_first_child(page_.gobj()); child != nullptr;
-         child = gtk_widget_get_next_sibling(child))
+         child = gtk_widget_get_next_sibling(child)) {
         gtk_widget_set_can_focus(child, FALSE);
+        gtk_widget_action_set_enabled(child, "menu.popup", FALSE);
+    }
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     keys->signal_key_pressed().connect(

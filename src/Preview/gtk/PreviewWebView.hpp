@@ -6,6 +6,7 @@
 #include "Preview/PreviewSchemeHandler.hpp"
 #include "Preview/WebView.hpp"
 #include "Preview/gtk/HeldPicture.hpp"
+#include "Preview/gtk/PageMenu.hpp"
 #include "Preview/gtk/PreviewWebContext.hpp"
 
 #include <gtkmm/box.h>
@@ -91,6 +92,7 @@ private:
     void prepareToLoad(const std::string& url, const std::optional<ScrollOffset>& scroll);
 
     Page page_;
+    PageMenu menu_{webView(), [this](const std::string& command) { performMenuCommand(command); }};
     HeldPicture lastPicture_;
     Events events_;
     /// The address that was loaded last.

@@ -29,8 +29,7 @@ EditorSettingsView::EditorSettingsView(AppSettings& settings)
     auto* page = ADW_PREFERENCES_PAGE(gobj());
     adw_preferences_page_set_title(page, t("Editor").c_str());
     adw_preferences_page_set_icon_name(page, "text-editor-symbolic");
-    auto* group = ADW_PREFERENCES_GROUP(adw_preferences_group_new());
-    adw_preferences_page_add(page, group);
+    AdwPreferencesGroup* group = Formular::gruppe(page);
     addTheme(group);
     addFontSize(group);
 }

@@ -20,12 +20,6 @@ AdwPreferencesPage* pageOf(Gtk::Widget& view) {
     return ADW_PREFERENCES_PAGE(view.gobj());
 }
 
-AdwPreferencesGroup* addGroup(AdwPreferencesPage* page) {
-    auto* group = ADW_PREFERENCES_GROUP(adw_preferences_group_new());
-    adw_preferences_page_add(page, group);
-    return group;
-}
-
 } // namespace
 
 GeneralSettingsView::GeneralSettingsView(AppSettings& settings, UserDefaults& userDefaults, Sprache& sprache,
@@ -43,7 +37,7 @@ GeneralSettingsView::GeneralSettingsView(AppSettings& settings, UserDefaults& us
 }
 
 void GeneralSettingsView::addLanguage() {
-    AdwPreferencesGroup* group = addGroup(pageOf(*this));
+    AdwPreferencesGroup* group = Formular::gruppe(pageOf(*this));
 
     kennungen_ = {""};
     const auto names = Gtk::StringList::create({t("System")});
@@ -100,7 +94,7 @@ void GeneralSettingsView::addTextSize() {
         [this] { userDefaults_.set(Schrift::schluessel, textSize_.get_value()); });
     textSizeChanged_ = userDefaults_.observe(Schrift::schluessel, [this] { showTextSize(); });
     showTextSize();
-    adw_preferences_group_add(addGroup(pageOf(*this)),
+    adw_preferences_group_add(Formular::gruppe(pageOf(*this)),
                               Formular::zeile(t("Oberfläche"), textSize_, &textSizeValue_));
 }
 
@@ -114,7 +108,7 @@ void GeneralSettingsView::showTextSize() {
 }
 
 void GeneralSettingsView::addUpdateCheck() {
-    AdwPreferencesGroup* group = addGroup(pageOf(*this));
+    AdwPreferencesGroup* group = Formular::gruppe(pageOf(*this));
     checkForUpdates_.set_active(*settings_.checkForUpdatesAtLaunch);
     checkForUpdates_.property_active().signal_changed().connect([this] {
         if (checkForUpdates_.get_active() != *settings_.checkForUpdatesAtLaunch)

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -45,11 +46,8 @@ protected:
         g_value_unset(&value);
     }
 
-    /// Has a file dragged out of `widget`, as out of a file manager.
-    void offerFile(Gtk::Widget& widget, const std::filesystem::path& path) {
-        GFile* file = g_file_new_for_path(path.c_str());
-        GdkContentProvider* content = gdk_content_provider_new_typed(G_TYPE_FILE, file);
-        g_object_unref(file);
+    /// Has `content`, which it takes over, dragged out of `widget`, as out of another program.
+    void offer(Gtk::Widget& widget, GdkContentProvider* content) {
         GtkDragSource* source = gtk_drag_source_new();
         gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(source), GTK_PHASE_CAPTURE);
         gtk_drag_source_set_content(source, content);
@@ -61,6 +59,52 @@ protected:
             },
             this);
         gtk_widget_add_controller(widget.gobj(), GTK_EVENT_CONTROLLER(source));
+    }
+
+    static GdkContentProvider* offeredFile(const std::filesystem::path& path) {
+        GFile* file = g_file_new_for_path(path.c_str());
+        GdkContentProvider* content = gdk_content_provider_new_typed(G_TYPE_FILE, file);
+        g_object_unref(file);
+        return content;
+    }
+
+    /// What a browser offers of a link: a list of addresses, and a text.
+    static GdkContentProvider* offeredLink(const std::string& url) {
+        const std::string list = url + "\r\n";
+        GBytes* bytes = g_bytes_new(list.data(), list.size());
+        GdkContentProvider* forms[] = {gdk_content_provider_new_for_bytes("text/uri-list", bytes),
+                                       gdk_content_provider_new_typed(G_TYPE_STRING, url.c_str())};
+        g_bytes_unref(bytes);
+        return gdk_content_provider_new_union(forms, std::size(forms));
+    }
+
+    /// Drags what `from` offers over `to` until `mayFall`, and lets it fall.
+    void dragAndDrop(Gtk::Widget& from, Gtk::Widget& to, const std::function<bool()>& mayFall) {
+        int way = 0;
+        // A window that is only just being placed may be elsewhere when the button is pressed.
+        constexpr int mostTries = 10;
+        for (int tries = 0; tries < mostTries && drag == nullptr; ++tries) {
+            releasePointer(from);
+            movePointer(from, 100, 100);
+            pressPointer(from);
+            // Some way until the toolkit takes it for a drag.
+            waitUntil(
+                [&] {
+                    movePointer(from, 100 + ++way % 50, 100);
+                    return drag != nullptr;
+                },
+                std::chrono::seconds(3));
+        }
+        ASSERT_NE(drag, nullptr);
+        ASSERT_TRUE(waitUntil([&] {
+            movePointer(to, 60 + ++way % 50, to.get_height() / 2);
+            return mayFall();
+        }));
+        releasePointer(from);
+    }
+
+    static bool takesWhatIsDragged(Gtk::Widget& widget) {
+        return (gtk_widget_get_state_flags(widget.gobj()) & GTK_STATE_FLAG_DROP_ACTIVE) != 0;
     }
 
     /// What is being dragged.
@@ -292,29 +336,40 @@ TEST_F(CorvantaAppTest, OpensAFileThatIsDroppedOnThePage) {
     folder.write("zwei.html", "<p>zwei</p>");
     DocumentWindow& window = open(folder / "eins.html");
     ASSERT_TRUE(previewShows(window, "eins"));
-    IndentingTextView& source = textView(window);
-    offerFile(source, folder / "zwei.html");
-    Gtk::Widget& page = window.contentView().preview();
-    movePointer(source, 100, 100);
-    pressPointer(source);
+    offer(textView(window), offeredFile(folder / "zwei.html"));
     ASSERT_EQ(inPreview(window, "addEventListener('dragenter', () => { window.isOver = true; }, true); 1"),
               "1");
-    // Some way until the toolkit takes it for a drag.
-    int way = 0;
-    ASSERT_TRUE(waitUntil([&] {
-        movePointer(source, 100 + ++way % 50, 100);
-        return drag != nullptr;
-    }));
     // The engine is asked, too, and would complain of a drag that is over before it has answered.
-    ASSERT_TRUE(waitUntil([&] {
-        movePointer(page, 60 + ++way % 50, 60);
-        return inPreview(window, "window.isOver") == "true";
-    }));
-    releasePointer(source);
+    dragAndDrop(textView(window), window.contentView().preview(),
+                [&] { return inPreview(window, "window.isOver") == "true"; });
     EXPECT_TRUE(waitUntil([] { return windowTitled("zwei.html – Corvanta") != nullptr; }));
     EXPECT_EQ(inPreview(window, "location.href + document.body.textContent"),
               "vmpreview://dokument/eins.htmleins");
     EXPECT_EQ(text(window), "<p>eins</p>");
+}
+
+TEST_F(CorvantaAppTest, OpensAFileThatIsDroppedBesideTheTextAndThePage) {
+    folder.write("eins.html", "1");
+    folder.write("zwei.html", "2");
+    DocumentWindow& window = open(folder / "eins.html");
+    offer(textView(window), offeredFile(folder / "zwei.html"));
+    dragAndDrop(textView(window), *Glib::wrap(gtk_window_get_titlebar(GTK_WINDOW(window.gobj()))),
+                [&] { return takesWhatIsDragged(window); });
+    EXPECT_TRUE(waitUntil([] { return windowTitled("zwei.html – Corvanta") != nullptr; }));
+    EXPECT_EQ(text(window), "1");
+}
+
+TEST_F(CorvantaAppTest, LeavesALinkToTheTextThatItIsDroppedOn) {
+    folder.write("index.html", "<p>x</p>");
+    DocumentWindow& window = open(folder / "index.html");
+    ASSERT_TRUE(previewShows(window, "x"));
+    Gtk::Widget& source = window.contentView().preview();
+    offer(source, offeredLink("https://example.org/seite"));
+    dragAndDrop(source, textView(window),
+                [&] { return takesWhatIsDragged(textView(window)) && !takesWhatIsDragged(window); });
+    EXPECT_TRUE(waitUntil([&] {
+        return text(window).find("https://example.org/seite") != std::string::npos;
+    })) << text(window);
 }
 
 TEST_F(CorvantaAppTest, AsksWhichTextToKeepWhenAFileWithEditsWasChangedOutside) {

@@ -1,13 +1,13 @@
 #include "ApplicationTest.hpp"
+#include "Support/gtk/Clipboard.hpp"
 #include "Support/gtk/MainLoop.hpp"
+#include "Support/gtk/WidgetTree.hpp"
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 #include <webkit/webkit.h>
 
 #include <chrono>
-#include <memory>
-#include <optional>
 #include <string>
 
 namespace corvanta {
@@ -47,13 +47,7 @@ protected:
 
     /// The item of an open menu that has the keyboard.
     static std::string itemWithKeyboard(DocumentWindow& window) {
-        GtkWidget* focus = gtk_window_get_focus(GTK_WINDOW(window.gobj()));
-        if (focus == nullptr || G_OBJECT_TYPE_NAME(focus) != std::string("GtkModelButton"))
-            return "";
-        char* text = nullptr;
-        g_object_get(focus, "text", &text, nullptr);
-        const std::unique_ptr<char, decltype(&g_free)> owner(text, g_free);
-        return text == nullptr ? "" : text;
+        return menuItemName(gtk_window_get_focus(GTK_WINDOW(window.gobj())));
     }
 
     /// Presses the key until the keyboard is elsewhere in the menus: a menu that is only just being opened,
@@ -84,24 +78,6 @@ protected:
         ASSERT_EQ(itemWithKeyboard(window), item);
         keyboard.press("Return");
         ASSERT_TRUE(waitUntil([&] { return gtk_window_get_focus(GTK_WINDOW(window.gobj())) == before; }));
-    }
-
-private:
-    static std::string clipboardText() {
-        const auto text = std::make_shared<std::optional<std::string>>();
-        GdkClipboard* clipboard = gdk_display_get_clipboard(gdk_display_get_default());
-        gdk_clipboard_read_text_async(
-            clipboard, nullptr,
-            +[](GObject* source, GAsyncResult* result, gpointer data) {
-                const std::unique_ptr<std::shared_ptr<std::optional<std::string>>> answer(
-                    static_cast<std::shared_ptr<std::optional<std::string>>*>(data));
-                const std::unique_ptr<char, decltype(&g_free)> read(
-                    gdk_clipboard_read_text_finish(GDK_CLIPBOARD(source), result, nullptr), g_free);
-                **answer = read ? read.get() : "";
-            },
-            std::make_unique<std::shared_ptr<std::optional<std::string>>>(text).release());
-        waitUntil([&] { return text->has_value(); });
-        return text->value_or("");
     }
 };
 

@@ -10,6 +10,7 @@
 #include "GermanTexts.hpp"
 #include "Platform/PosixFileManager.hpp"
 #include "Platform/ResourceFolder.hpp"
+#include "SilentFetch.hpp"
 #include "Support/InMemoryUserDefaults.hpp"
 #include "Support/ManualMainQueue.hpp"
 #include "Support/RecordedLog.hpp"
@@ -25,16 +26,6 @@
 
 namespace corvanta {
 namespace {
-
-/// A network that answers nothing.
-class SilentFetch final : public HttpFetch {
-public:
-    std::unique_ptr<Handle> get(const Request&, std::function<void(const Answer&)>) override {
-        ++fetches;
-        return std::make_unique<Handle>();
-    }
-    int fetches = 0;
-};
 
 class InterfaceLanguageTest : public testing::Test {
 protected:

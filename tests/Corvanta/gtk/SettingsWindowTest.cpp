@@ -113,6 +113,14 @@ TEST_F(SettingsWindowTest, ReadsTheLanguageAgain) {
     EXPECT_EQ(sprache.text("Bild"), "Abbildung");
 }
 
+TEST_F(SettingsWindowTest, SaysWhatTheKeyIsForBeforeItAsksForIt) {
+    const auto texts = shownTexts(window);
+    const auto explanation = std::ranges::find_if(
+        texts, [](const std::string& text) { return text.starts_with("Mit deinem eigenen Anthropic"); });
+    ASSERT_NE(explanation, texts.end());
+    EXPECT_LT(explanation, std::ranges::find(texts, "API-Schlüssel"));
+}
+
 TEST_F(SettingsWindowTest, SavesAKeyWithoutTheBlanksAroundIt) {
     EXPECT_FALSE(canBeClicked(button("Speichern")));
     EXPECT_FALSE(canBeClicked(button("Entfernen")));

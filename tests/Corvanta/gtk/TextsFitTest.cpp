@@ -2,71 +2,22 @@
 
 #include "DesignSystem/t.hpp"
 
-#include "ApplicationTest.hpp"
-#include "DesignSystem/Sprache.hpp"
-#include "DesignSystem/gtk/StyleSheet.hpp"
-#include "Support/InMemoryUserDefaults.hpp"
+#include "Corvanta/MenuCommand.hpp"
+#include "LookTest.hpp"
 #include "Support/gtk/MainLoop.hpp"
 #include "Support/gtk/WidgetTree.hpp"
 
-#include <adwaita.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 namespace corvanta {
 namespace {
 
-/// Whether a part of what a label says cannot be seen in its window.
-bool isCut(GtkWidget* label, GtkWidget* window) {
-    PangoLayout* layout = gtk_label_get_layout(GTK_LABEL(label));
-    int width = 0;
-    int height = 0;
-    pango_layout_get_pixel_size(layout, &width, &height);
-    graphene_rect_t place;
-    return pango_layout_is_ellipsized(layout) != FALSE || gtk_widget_get_width(label) < width ||
-           gtk_widget_get_height(label) < height ||
-           gtk_widget_compute_bounds(label, window, &place) == FALSE || place.origin.x < 0 ||
-           place.origin.x + place.size.width > static_cast<float>(gtk_widget_get_width(window));
-}
-
-/// What cannot be read whole in `widget`, a part of `window`. The title of a window may be any length.
-void collectCutTexts(GtkWidget* widget, GtkWidget* window, std::vector<std::string>& texts) {
-    if (gtk_widget_get_mapped(widget) == FALSE || ADW_IS_WINDOW_TITLE(widget))
-        return;
-    if (GTK_IS_LABEL(widget) && isCut(widget, window))
-        texts.emplace_back(gtk_label_get_text(GTK_LABEL(widget)));
-    for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
-         child = gtk_widget_get_next_sibling(child))
-        collectCutTexts(child, window, texts);
-}
-
-/// How a user may have the texts.
-struct Look {
-    const char* name;
-    const char* language;
-    /// In points, by the program's setting.
-    double size;
-    /// How much larger the desktop shows all texts.
-    double scale;
-};
-
-class TextsFitTest : public ApplicationTest, public testing::WithParamInterface<Look> {
+class TextsFitTest : public LookTest {
 protected:
-    TextsFitTest() {
-        constexpr double resolution = 96 * 1024;
-        g_object_get(gtk_settings_get_default(), "gtk-xft-dpi", &resolutionBefore, nullptr);
-        g_object_set(gtk_settings_get_default(), "gtk-xft-dpi",
-                     static_cast<int>(resolution * GetParam().scale), nullptr);
-        userDefaults.set(Schrift::schluessel, GetParam().size);
-        Sprache::sitzung()->setGewaehlteKennung(GetParam().language);
-    }
-    ~TextsFitTest() override {
-        Sprache::sitzung()->setGewaehlteKennung("");
-        g_object_set(gtk_settings_get_default(), "gtk-xft-dpi", resolutionBefore, nullptr);
-    }
-
     DocumentWindow& openWithAllPanels() {
         folder.write("index.html", "<img src=/ein-bild-mit-einem-langen-namen.png><p>x</p>");
         DocumentWindow& window = open(folder / "index.html");
@@ -78,15 +29,12 @@ protected:
         return window;
     }
 
-    static testing::AssertionResult showsAllTextsWhole(Gtk::Window& window) {
-        std::vector<std::string> cut;
-        const bool isWhole = waitUntil([&] {
-            cut.clear();
-            collectCutTexts(GTK_WIDGET(window.gobj()), GTK_WIDGET(window.gobj()), cut);
-            return gtk_widget_get_mapped(GTK_WIDGET(window.gobj())) != FALSE && cut.empty();
-        });
-        return (isWhole ? testing::AssertionSuccess() : testing::AssertionFailure())
-               << testing::PrintToString(cut);
+    DocumentWindow& openAsNarrowAsItCanBe() {
+        DocumentWindow& window = openWithAllPanels();
+        const int before = window.get_width();
+        window.set_default_size(1, 600);
+        EXPECT_TRUE(waitUntil([&] { return window.get_width() < before; }));
+        return window;
     }
 
     /// Whether one control of a window stands wholly below another.
@@ -96,9 +44,30 @@ protected:
                place.origin.y >= static_cast<float>(gtk_widget_get_height(upper));
     }
 
-    int resolutionBefore = 0;
-    InMemoryUserDefaults userDefaults;
-    StyleSheet styleSheet{userDefaults, Gdk::Display::get_default()};
+    /// Waits until a question is on the screen with all its texts, and answers it.
+    static void expectThatTheQuestionFits() {
+        EXPECT_TRUE(showsAllTextsWhole([] { return dialog() ? GTK_WIDGET(dialog()->gobj()) : nullptr; }));
+        answer(Gtk::ResponseType::CANCEL);
+    }
+
+    /// What hangs at `widget`, an item of a menu or of the menu bar, once it is open.
+    static GtkWidget* opened(GtkWidget* widget) {
+        GtkWidget* popover = descendant(widget, GTK_TYPE_POPOVER_MENU);
+        if (gtk_widget_get_mapped(popover) == FALSE)
+            gtk_widget_activate(widget);
+        return gtk_widget_get_mapped(popover) != FALSE ? popover : nullptr;
+    }
+
+    /// One of the menus of the menu bar, once it is open; null as long as it is not there in the language in
+    /// use.
+    static GtkWidget* opened(DocumentWindow& window, Menu menu) {
+        GtkWidget* item =
+            gtk_widget_get_first_child(descendant(GTK_WIDGET(window.gobj()), GTK_TYPE_POPOVER_MENU_BAR));
+        for (int place = 0; place < static_cast<int>(menu); ++place)
+            item = gtk_widget_get_next_sibling(item);
+        const char* title = gtk_label_get_text(GTK_LABEL(descendant(item, GTK_TYPE_LABEL)));
+        return t(MenuCommand::titleOf(menu)) == title ? opened(item) : nullptr;
+    }
 };
 
 TEST_P(TextsFitTest, InADocumentWithAllPanels) {
@@ -106,10 +75,7 @@ TEST_P(TextsFitTest, InADocumentWithAllPanels) {
 }
 
 TEST_P(TextsFitTest, InADocumentThatIsAsNarrowAsItCanBe) {
-    DocumentWindow& window = openWithAllPanels();
-    const int before = window.get_width();
-    window.set_default_size(1, 600);
-    ASSERT_TRUE(waitUntil([&] { return window.get_width() < before; }));
+    DocumentWindow& window = openAsNarrowAsItCanBe();
     EXPECT_TRUE(showsAllTextsWhole(window));
     GtkWidget* all = GTK_WIDGET(window.gobj());
     EXPECT_TRUE(isBelow(withTooltip(all, t("Suche schließen")), withTooltip(all, t("Suchen"))));
@@ -117,12 +83,55 @@ TEST_P(TextsFitTest, InADocumentThatIsAsNarrowAsItCanBe) {
     EXPECT_TRUE(isBelow(buttonNamed(hint, t("Ordner freigeben …")), descendant(hint, GTK_TYPE_LABEL)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Looks, TextsFitTest,
-                         testing::Values(Look{"SmallInGerman", "de", Schrift::kleinstes, 1},
-                                         Look{"LargeInGerman", "de", Schrift::groesstes, 1},
-                                         Look{"LargeInEnglish", "en", Schrift::groesstes, 1},
-                                         Look{"EnlargedByTheDesktop", "de", Schrift::vorgabe, 1.5}),
-                         [](const auto& look) { return std::string(look.param.name); });
+TEST_P(TextsFitTest, InTheFindBarWhateverItTells) {
+    DocumentWindow& window = openAsNarrowAsItCanBe();
+    const FindBar& findBar = window.contentView().codeEditor().findBar();
+    // The field of the window that has the keyboard.
+    keyboard.type("kein Treffer");
+    EXPECT_TRUE(waitUntil([&] { return findBar.status() == t("Keine Treffer"); })) << findBar.status();
+    EXPECT_TRUE(showsAllTextsWhole(window));
+    GtkWidget* expression = withTooltip(GTK_WIDGET(window.gobj()), t("Regulärer Ausdruck"));
+    gtk_toggle_button_set_active(GTK_TOGGLE_BUTTON(expression), TRUE);
+    keyboard.type("(");
+    EXPECT_TRUE(waitUntil([&] { return findBar.status() == t("Ungültiger Ausdruck"); })) << findBar.status();
+    EXPECT_TRUE(showsAllTextsWhole(window));
+    gtk_toggle_button_set_active(GTK_TOGGLE_BUTTON(expression), FALSE);
+}
+
+TEST_P(TextsFitTest, InEveryMenu) {
+    folder.write("index.html", "x");
+    DocumentWindow& window = open(folder / "index.html");
+    for (const Menu each : {Menu::file, Menu::edit, Menu::view, Menu::insert, Menu::window, Menu::help})
+        EXPECT_TRUE(showsAllTextsWhole([&] { return opened(window, each); })) << MenuCommand::titleOf(each);
+    EXPECT_TRUE(showsAllTextsWhole([&]() -> GtkWidget* {
+        GtkWidget* file = opened(window, Menu::file);
+        const std::vector<GtkWidget*> items = menuItems(file);
+        const auto recent = std::ranges::find(items, t("Benutzte Dokumente"), menuItemName);
+        return recent == items.end() ? nullptr : opened(*recent);
+    }));
+    // As long as it is open it has the keyboard of the whole display.
+    gtk_popover_popdown(GTK_POPOVER(opened(window, Menu::file)));
+}
+
+TEST_P(TextsFitTest, InEveryQuestion) {
+    DocumentWindow& window = openNothing();
+    DocumentQuestions& questions = window.questions();
+    const std::string name = "eine-seite-mit-einem-langen-namen.html";
+    questions.askBeforeClosing(
+        name, [] {}, [] {});
+    expectThatTheQuestionFits();
+    questions.askWhichVersion(
+        name, [] {}, [] {});
+    expectThatTheQuestionFits();
+    questions.ask(t("Möchtest du zur gesicherten Fassung von „%@“ zurückkehren?", name),
+                  t("Alles, was du seitdem geschrieben hast, geht verloren."), t("Zurückkehren"), [] {});
+    expectThatTheQuestionFits();
+    questions.inform(t("Der ungesicherte Text von „%@“ wurde wiederhergestellt.", name),
+                     t("Die Datei wurde inzwischen geändert. Beide Fassungen sind geöffnet."));
+    expectThatTheQuestionFits();
+}
+
+INSTANTIATE_TEST_SUITE_P(Looks, TextsFitTest, testing::ValuesIn(LookTest::looks), LookTest::nameOf);
 
 } // namespace
 } // namespace corvanta

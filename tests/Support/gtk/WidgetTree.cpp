@@ -2,6 +2,8 @@
 
 #include <gtk/gtk.h>
 
+#include <memory>
+
 namespace corvanta {
 
 namespace {
@@ -31,6 +33,14 @@ GtkWidget* find(GtkWidget* widget, const Predicate& isWanted) {
     return nullptr;
 }
 
+void collectMenuItems(GtkWidget* widget, std::vector<GtkWidget*>& items) {
+    if (!menuItemName(widget).empty())
+        items.push_back(widget);
+    for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+         child = gtk_widget_get_next_sibling(child))
+        collectMenuItems(child, items);
+}
+
 } // namespace
 
 GtkWidget* descendant(GtkWidget* widget, GType type) {
@@ -49,6 +59,22 @@ GtkWidget* withTooltip(GtkWidget* widget, const std::string& tooltip) {
         const char* text = gtk_widget_get_tooltip_text(each);
         return text != nullptr && text == tooltip;
     });
+}
+
+std::string menuItemName(GtkWidget* widget) {
+    // The toolkit has no public name for this type.
+    if (widget == nullptr || G_OBJECT_TYPE_NAME(widget) != std::string("GtkModelButton"))
+        return "";
+    char* text = nullptr;
+    g_object_get(widget, "text", &text, nullptr);
+    const std::unique_ptr<char, decltype(&g_free)> owner(text, g_free);
+    return text == nullptr ? "" : text;
+}
+
+std::vector<GtkWidget*> menuItems(GtkWidget* menu) {
+    std::vector<GtkWidget*> items;
+    collectMenuItems(menu, items);
+    return items;
 }
 
 std::vector<std::string> shownTexts(Gtk::Widget& widget) {

@@ -20,4 +20,10 @@ GtkWidget* buttonNamed(GtkWidget* widget, const std::string& name);
 /// The first widget in `widget` that is explained by `tooltip`, or null.
 GtkWidget* withTooltip(GtkWidget* widget, const std::string& tooltip);
 
+/// What an item of an open menu says; empty for whatever else and for null.
+std::string menuItemName(GtkWidget* widget);
+
+/// The items in `menu`, one after another.
+std::vector<GtkWidget*> menuItems(GtkWidget* menu);
+
 } // namespace corvanta

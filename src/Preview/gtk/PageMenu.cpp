@@ -1,0 +1,63 @@
+#include "Preview/gtk/PageMenu.hpp"
+
+#include "DesignSystem/t.hpp"
+#include "Preview/gtk/PreviewWebView.hpp"
+
+namespace corvanta {
+
+namespace {
+
+/// The engine's entry for `action`; null when it does not offer that where the pointer is.
+WebKitContextMenuItem* find(WebKitContextMenu* menu, WebKitContextMenuAction action) {
+    for (const GList* each = webkit_context_menu_get_items(menu); each != nullptr; each = each->next) {
+        auto* item = WEBKIT_CONTEXT_MENU_ITEM(each->data);
+        if (webkit_context_menu_item_get_stock_action(item) == action)
+            return item;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+PageMenu::PageMenu(WebKitWebView* view, const Perform& perform) {
+    add(WEBKIT_CONTEXT_MENU_ACTION_CUT, "Ausschneiden", WEBKIT_EDITING_COMMAND_CUT, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_COPY, "Kopieren", WEBKIT_EDITING_COMMAND_COPY, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_PASTE, "Einsetzen", WEBKIT_EDITING_COMMAND_PASTE_AS_PLAIN_TEXT, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_DELETE, "Löschen", PreviewWebView::deletion, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL, "Alles auswählen", WEBKIT_EDITING_COMMAND_SELECT_ALL, perform);
+    menuAsked_ = SignalConnection(
+        view, "context-menu",
+        +[](WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer self) -> gboolean {
+            return static_cast<PageMenu*>(self)->replace(menu);
+        },
+        this);
+}
+
+void PageMenu::add(WebKitContextMenuAction offer, const char* title, const char* command,
+                   const Perform& perform) {
+    const auto action = Gio::SimpleAction::create(std::string("page-") + command);
+    entries_.push_back({offer, title, action,
+                        Subscription(action->signal_activate().connect(
+                            [perform, command](const Glib::VariantBase&) { perform(command); }))});
+}
+
+/// Leaves of `menu` only what this menu offers, too. True when that is nothing and no menu is to be shown.
+bool PageMenu::replace(WebKitContextMenu* menu) const {
+    std::vector<WebKitContextMenuItem*> items;
+    for (const Entry& entry : entries_) {
+        WebKitContextMenuItem* offer = find(menu, entry.offer);
+        if (offer == nullptr)
+            continue;
+        entry.action->set_enabled(g_action_get_enabled(webkit_context_menu_item_get_gaction(offer)) != FALSE);
+        if (entry.offer == WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL && !items.empty())
+            items.push_back(webkit_context_menu_item_new_separator());
+        items.push_back(webkit_context_menu_item_new_from_gaction(G_ACTION(entry.action->gobj()),
+                                                                  t(entry.title).c_str(), nullptr));
+    }
+    webkit_context_menu_remove_all(menu);
+    for (WebKitContextMenuItem* item : items)
+        webkit_context_menu_append(menu, item);
+    return items.empty();
+}
+
+} // namespace corvanta
