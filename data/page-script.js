@@ -473,17 +473,26 @@
 			window.scrollTo(scrollToRestore.x, scrollToRestore.y);
 	}
 
-	// A picture is on its way to the screen when the engine asks for the one after the next.
-	function afterPictures(count, done) {
-		if (document.visibilityState === "hidden" || count === 0)
-			done();
+	function tellLaidOut(isNext) {
+		handlers.pageLaidOut.postMessage({ isNext: isNext });
+	}
+
+	// Before the first picture of this page come none but those of the last one: the next new picture is the page.
+	// When half of the page was drawn already, one of those may still be coming; the picture that is drawn now is
+	// on its way to the screen when the engine asks for the one after the next.
+	function whenPictured(time) {
+		if (time === firstPicture)
+			tellLaidOut(1);
 		else
-			requestAnimationFrame(function () { afterPictures(count - 1, done); });
+			requestAnimationFrame(function () { requestAnimationFrame(function () { tellLaidOut(0); }); });
 	}
 
 	restoreScroll();
 	Promise.race([loaded, impatient]).then(function () {
 		restoreScroll();
-		afterPictures(3, function () { handlers.pageLaidOut.postMessage({}); });
+		if (document.visibilityState === "hidden")
+			tellLaidOut(0);
+		else
+			requestAnimationFrame(whenPictured);
 	});
 })();
