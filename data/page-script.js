@@ -9,7 +9,7 @@
 	"use strict";
 
 	const editPause = 250;
-	// How long after the last key the page is looked through for the report.
+	// How long after the last input the page is looked through for the report, which does not come before.
 	const placesPause = 120;
 	const scrollPause = 120;
 	// How long a page may take to load what it links before it is shown without.
@@ -149,23 +149,23 @@
 			return;
 		if (isCombining(event.key)) {
 			combining = true;
-			intent = { event: event, node: caretNode(), combined: true };
+			intent = { event: event, node: caretNode(), combined: true, time: performance.now() };
 			return;
 		}
 		if (["Shift", "Control", "Alt", "AltGraph", "Meta"].includes(event.key))
 			return;
-		intent = { event: event, node: caretNode(), combined: combining };
+		intent = { event: event, node: caretNode(), combined: combining, time: performance.now() };
 		combining = false;
 	}, true);
 
 	window.addEventListener("contextmenu", function (event) {
 		if (event.isTrusted)
-			intent = { event: event, node: caretNode(), combined: false };
+			intent = { event: event, node: caretNode(), combined: false, time: performance.now() };
 	}, true);
 
 	// The program's own menu does the same, but no event of the page tells of it. Tells whether anything is marked.
 	window.menuCommandFollows = function () {
-		intent = { event: { type: "contextmenu" }, node: caretNode(), combined: false };
+		intent = { event: { type: "contextmenu" }, node: caretNode(), combined: false, time: performance.now() };
 		return !window.getSelection().isCollapsed;
 	};
 
@@ -203,11 +203,21 @@
 		}
 	}
 
+	function isComposed(event) {
+		return composing || /Composition/.test(event.inputType);
+	}
+
+	// When the user did what makes the input `event`. A long page takes the engine a while to change, and the user
+	// waits from the key on.
+	function intentTime(event) {
+		return intent === null || isComposed(event) ? performance.now() : intent.time;
+	}
+
 	// One key permits one input, and only where the caret was when it was pressed.
 	function isIntended(event, node) {
 		if (!event.isTrusted)
 			return false;
-		if (composing || /Composition/.test(event.inputType))
+		if (isComposed(event))
 			return true;
 		const last = intent;
 		intent = null;
@@ -313,6 +323,7 @@
 	document.addEventListener("beforeinput", function (event) {
 		askForWrittenPage();
 		const node = caretNode();
+		const time = intentTime(event);
 		const counts = node !== null && !outOfStep.has(node) && isIntended(event, node);
 		// Somebody else wrote into the text since the last input.
 		if (pending !== null && pending.node.data !== pending.content) {
@@ -323,7 +334,8 @@
 			node: node,
 			before: node === null ? "" : node.data,
 			atCaret: node !== null && window.getSelection().isCollapsed,
-			counts: counts
+			counts: counts,
+			time: time
 		};
 		told = [];
 		observer.observe(document, {
@@ -358,11 +370,13 @@
 		pending.content = node.data;
 		pending.head = Math.min(pending.head, stretch.head, pending.before.length);
 		pending.tail = Math.min(pending.tail, stretch.tail, pending.before.length - pending.head);
+		const passed = performance.now() - current.time;
 		current = null;
 		clearTimeout(editTimer);
 		clearTimeout(placesTimer);
-		editTimer = setTimeout(function () { writtenPage.then(report); }, editPause);
 		placesTimer = setTimeout(lookAhead, placesPause);
+		// A page that takes longer than that for a key leaves time for the next one all the same.
+		editTimer = setTimeout(function () { writtenPage.then(report); }, Math.max(editPause - passed, placesPause));
 	}, true);
 
 	// The index of the edited node among the nodes whose text in the source equals its old one, their number, and
@@ -473,17 +487,26 @@
 			window.scrollTo(scrollToRestore.x, scrollToRestore.y);
 	}
 
-	// A picture is on its way to the screen when the engine asks for the one after the next.
-	function afterPictures(count, done) {
-		if (document.visibilityState === "hidden" || count === 0)
-			done();
+	function tellLaidOut(isNext) {
+		handlers.pageLaidOut.postMessage({ isNext: isNext });
+	}
+
+	// Before the first picture of this page come none but those of the last one: the next new picture is the page.
+	// When half of the page was drawn already, one of those may still be coming; the picture that is drawn now is
+	// on its way to the screen when the engine asks for the one after the next.
+	function whenPictured(time) {
+		if (time === firstPicture)
+			tellLaidOut(1);
 		else
-			requestAnimationFrame(function () { afterPictures(count - 1, done); });
+			requestAnimationFrame(function () { requestAnimationFrame(function () { tellLaidOut(0); }); });
 	}
 
 	restoreScroll();
 	Promise.race([loaded, impatient]).then(function () {
 		restoreScroll();
-		afterPictures(3, function () { handlers.pageLaidOut.postMessage({}); });
+		if (document.visibilityState === "hidden")
+			tellLaidOut(0);
+		else
+			requestAnimationFrame(whenPictured);
 	});
 })();

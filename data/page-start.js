@@ -12,5 +12,9 @@ function refuseInput(event) {
 	event.stopImmediatePropagation();
 }
 
+// When the engine began its first picture of the page.
+let firstPicture = null;
+requestAnimationFrame(function (time) { firstPicture = time; });
+
 document.addEventListener("beforeinput", refuseInput, true);
 document.designMode = "on";

@@ -3,9 +3,10 @@
 //
 //   preview-reloads FILE RELOADS
 //
-// Each reload changes one comment of the page. Prints one line each:
+// Each load gives the page, which has a head, a border at its top in another colour. Prints one line each:
 //   bare: the page in a bare web view of the same size until it has finished loading
-//   reload: from the new text to its finished picture on the screen, without the wait for the next key
+//   bare picture: the same until the border is on the screen
+//   reload: from the new text until its border is on the screen, without the wait for the next key
 //   memory: proportional memory of all processes after the first 50 reloads and at the end, and its growth;
 //     each the median over 50 reloads, since the engine clears up only now and then
 //   page key: from a key press in the page to the changed source
@@ -18,6 +19,7 @@
 #include "Preview/gtk/PreviewColumn.hpp"
 #include "Preview/gtk/WebProcess.hpp"
 #include "Samples.hpp"
+#include "Support/gtk/WindowPixels.hpp"
 
 #include <fmt/format.h>
 #include <glibmm/main.h>
@@ -46,6 +48,9 @@ namespace {
 
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
+
+/// As long as the preview waits for the next key; what the engine does behind a picture is over by then.
+constexpr auto rest = 350ms;
 
 class NoDefaults final : public UserDefaults {
 public:
@@ -127,9 +132,20 @@ void print(std::string_view what, const Samples& samples) {
     std::cout << std::flush;
 }
 
-/// The page again and again, never twice the same.
-std::string version(const std::string& page, int number) {
-    return page + fmt::format("<!-- {} -->", number);
+/// The page again and again, never twice the same: a border at its top has a colour of its own.
+std::string version(std::string page, int number) {
+    const std::size_t head = page.find("</head>");
+    if (head == std::string::npos)
+        throw std::runtime_error("the page has no head");
+    return page.insert(head, fmt::format("<style>html {{ border-top: 4px solid rgb(200, {}, {}) }}</style>",
+                                         number / 256, number % 256));
+}
+
+/// Waits until `view` shows the page with that border.
+void runUntilOnScreen(Gtk::Widget& view, int number) {
+    const PixelColor border{200, static_cast<std::uint8_t>(number / 256),
+                            static_cast<std::uint8_t>(number % 256)};
+    runUntil([&] { return pixelOnScreen(view, view.get_width() / 2, 1) == border; });
 }
 
 void measureBareLoads(Gtk::Window& window, const std::string& page, int loads) {
@@ -143,20 +159,28 @@ void measureBareLoads(Gtk::Window& window, const std::string& page, int loads) {
                 *static_cast<bool*>(flag) = true;
         },
         &isFinished);
-    Samples samples;
+    Samples finished;
+    Samples onScreen;
     // The first load also starts the engine.
     for (int load = 0; load <= loads; ++load) {
         const std::string text = version(page, load);
-        const double milliseconds = millisecondsOf([&] {
-            isFinished = false;
-            webkit_web_view_load_html(WEBKIT_WEB_VIEW(view), text.c_str(), nullptr);
-            runUntil([&] { return isFinished; });
+        double untilFinished = 0;
+        const double untilOnScreen = millisecondsOf([&] {
+            untilFinished = millisecondsOf([&] {
+                isFinished = false;
+                webkit_web_view_load_html(WEBKIT_WEB_VIEW(view), text.c_str(), nullptr);
+                runUntil([&] { return isFinished; });
+            });
+            runUntilOnScreen(*Glib::wrap(view), load);
         });
-        if (load > 0)
-            samples.add(milliseconds);
-        pause(50ms);
+        if (load > 0) {
+            finished.add(untilFinished);
+            onScreen.add(untilOnScreen);
+        }
+        pause(rest);
     }
-    print("bare", samples);
+    print("bare", finished);
+    print("bare picture", onScreen);
     gtk_window_set_child(window.gobj(), nullptr);
 }
 
@@ -170,9 +194,6 @@ public:
         column_.start();
         runUntil([this] { return column_.coordinator() != nullptr; });
         show(version(page_, 0));
-        painted_ = SignalConnection(
-            gtk_widget_get_frame_clock(GTK_WIDGET(window_.gobj())), "after-paint",
-            +[](GdkFrameClock*, gpointer self) { ++static_cast<Preview*>(self)->pictures_; }, this);
     }
     ~Preview() { window_.unset_child(); }
 
@@ -186,17 +207,15 @@ public:
         for (int reload = 1; reload <= reloads; ++reload) {
             const std::string text = version(page_, reload);
             samples.add(millisecondsOf([&] {
-                show(text);
-                const int before = pictures_;
-                column_.queue_draw();
-                runUntil([&] { return pictures_ > before; });
+                column_.update(text, file_);
+                runUntilOnScreen(*column_.webView(), reload);
             }));
+            runUntil([this] { return column_.coordinator()->isSettled(); });
             if (reload > 50 && reload <= 100)
                 memoryEarly.add(memoryOfTheTree());
             if (reload > 50 && reload > reloads - 50)
                 memoryLate.add(memoryOfTheTree());
-            // What the engine does behind the picture is not the next reload's.
-            pause(50ms);
+            pause(rest);
         }
         print("reload", samples);
         if (reloads > 50)
@@ -270,14 +289,12 @@ private:
     PreviewFolderAccess access_{defaults_, bookmarks_, fileManager_, log_};
     PreviewEngine engine_;
     std::size_t edits_ = 0;
-    int pictures_ = 0;
     PreviewColumn column_{
         {engine_, access_, fileManager_, typeRegistry_, queue_, log_, [](const std::string&) {}},
         [this](const std::string& html) {
             ++edits_;
             column_.update(html, file_);
         }};
-    SignalConnection painted_;
 };
 
 void measure(const std::filesystem::path& file, int reloads) {

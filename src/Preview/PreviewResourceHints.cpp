@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <string>
 
 namespace corvanta {
 
@@ -23,7 +22,7 @@ constexpr std::size_t reach = 200;
 bool endsInMarker(std::string_view text) {
     return std::ranges::any_of(attributeMarkers, [text](std::string_view marker) {
         return text.size() >= marker.size() &&
-               ASCII::lowercased(text.substr(text.size() - marker.size())) == marker;
+               ASCII::equals(text.substr(text.size() - marker.size()), marker);
     });
 }
 
@@ -33,9 +32,10 @@ bool namesLocalFile(std::string_view text) {
     const std::size_t start = piece.find_first_not_of("\"' ");
     if (start == std::string_view::npos)
         return false;
-    const std::string value = ASCII::lowercased(piece.substr(start));
-    return std::ranges::none_of(externalPrefixes,
-                                [&value](std::string_view prefix) { return value.starts_with(prefix); });
+    const std::string_view value = piece.substr(start);
+    return std::ranges::none_of(externalPrefixes, [value](std::string_view prefix) {
+        return ASCII::equals(value.substr(0, prefix.size()), prefix);
+    });
 }
 
 } // namespace

@@ -2,17 +2,18 @@
 
 #include "Platform/gtk/GObjectReference.hpp"
 
+#include <gtk/gtk.h>
 #include <gtkmm/snapshot.h>
 #include <gtkmm/widget.h>
 
 namespace corvanta {
 
-/// A picture of a widget as it is on the screen, to be shown instead while the widget's own content is not
+/// A picture of a widget as it was on the screen, to be shown instead while the widget's own content is not
 /// fit to be seen.
 class HeldPicture {
 public:
-    /// Keeps what `widget` shows now. Nothing is kept when it is not on the screen.
-    void hold(Gtk::Widget& widget);
+    /// Keeps what `widget` drew last, which is `drawn`. Nothing is kept when it is not on the screen.
+    void hold(Gtk::Widget& widget, GskRenderNode* drawn);
 
     void release();
 

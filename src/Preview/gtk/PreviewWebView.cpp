@@ -5,6 +5,7 @@
 #include "Preview/gtk/WebKitBridgeMessage.hpp"
 
 #include <fmt/format.h>
+#include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
 
 #include <memory>
@@ -77,8 +78,8 @@ void PreviewWebView::hearThePageScript() {
             static_cast<PreviewWebView*>(self)->events_.didReceive(WebKitBridgeMessage(value));
         });
     hear(
-        "pageLaidOut", +[](WebKitUserContentManager*, JSCValue*, gpointer self) {
-            static_cast<PreviewWebView*>(self)->events_.didLayOut();
+        "pageLaidOut", +[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
+            static_cast<PreviewWebView*>(self)->laidOut(WebKitBridgeMessage(value));
         });
     hear(
         "linkClicked", +[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
@@ -185,8 +186,16 @@ void PreviewWebView::reportLoading() {
         this);
 }
 
+void PreviewWebView::laidOut(const BridgeMessage& message) {
+    if (message.number("isNext") != 1)
+        events_.didLayOut();
+    else if (isCommitted_)
+        isPageNext_ = true;
+}
+
 void PreviewWebView::loadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_COMMITTED) {
+        isCommitted_ = true;
         if (!std::exchange(hasBegunAPage_, true))
             queue_draw();
         if (isShownPage(webkit_web_view_get_uri(webView())))
@@ -229,6 +238,8 @@ bool PreviewWebView::decide(WebKitPolicyDecision* decision, WebKitPolicyDecision
 
 void PreviewWebView::prepareToLoad(const std::string& url, const std::optional<ScrollOffset>& scroll) {
     shownURL_ = url;
+    isCommitted_ = false;
+    isPageNext_ = false;
     installPageScript(scroll);
 }
 
@@ -236,21 +247,37 @@ void PreviewWebView::prepareToLoad(const std::string& url, const std::optional<S
 // while the page's process is at work already.
 void PreviewWebView::holdLastPicture() {
     if (hasShownAPage_ && !lastPicture_.isHeld())
-        lastPicture_.hold(page_);
+        lastPicture_.hold(page_, drawn_.get());
 }
 
 void PreviewWebView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    if (!lastPicture_.isHeld()) {
-        if (hasBegunAPage_)
-            Gtk::Box::snapshot_vfunc(snapshot);
-        return;
+    if (hasBegunAPage_)
+        takePicture();
+    if (lastPicture_.isHeld())
+        lastPicture_.draw(*snapshot, get_width(), get_height());
+    else if (hasBegunAPage_ && drawn_)
+        gtk_snapshot_append_node(snapshot->gobj(), drawn_.get());
+}
+
+// The engine draws no further picture before this one is taken, whether somebody sees it or not.
+void PreviewWebView::takePicture() {
+    GtkSnapshot* snapshot = gtk_snapshot_new();
+    gtk_widget_snapshot_child(GTK_WIDGET(gobj()), page_.gobj(), snapshot);
+    RenderNode picture(gtk_snapshot_free_to_node(snapshot));
+    // The toolkit keeps what a widget has drawn until the widget has something new to draw.
+    const bool isNew = picture != drawn_;
+    drawn_ = std::move(picture);
+    if (isNew && std::exchange(isPageNext_, false)) {
+        lastPicture_.release();
+        // Not from here: nothing may be changed while the window is being drawn.
+        Glib::signal_idle().connect_once(sigc::mem_fun(*this, &PreviewWebView::pictureCame),
+                                         Glib::PRIORITY_HIGH);
     }
-    if (hasBegunAPage_) {
-        // The engine draws no further picture before this one is taken, though nobody sees it.
-        const Glib::RefPtr<Gtk::Snapshot> unseen = Gtk::Snapshot::create();
-        snapshot_child(page_, unseen);
-    }
-    lastPicture_.draw(*snapshot, get_width(), get_height());
+}
+
+void PreviewWebView::pictureCame() {
+    if (isCommitted_)
+        events_.didLayOut();
 }
 
 void PreviewWebView::load(const std::string& url, const std::optional<ScrollOffset>& scroll) {
@@ -267,6 +294,8 @@ void PreviewWebView::loadHTML(const std::string& html, const std::optional<Scrol
 
 void PreviewWebView::reveal() {
     hasShownAPage_ = true;
+    if (!lastPicture_.isHeld())
+        return;
     lastPicture_.release();
     queue_draw();
 }

@@ -8,6 +8,7 @@
 #include "Preview/gtk/HeldPicture.hpp"
 #include "Preview/gtk/PageMenu.hpp"
 #include "Preview/gtk/PreviewWebContext.hpp"
+#include "Preview/gtk/RenderNode.hpp"
 
 #include <gtkmm/box.h>
 #include <gtkmm/snapshot.h>
@@ -30,7 +31,7 @@ public:
         std::function<void(const BridgeMessage&)> didReceive;
         /// The page of the last load has replaced the one before.
         std::function<void()> didCommit;
-        /// The page is laid out and at its place.
+        /// The page is laid out and at its place, and its picture is about to be on the screen.
         std::function<void()> didLayOut;
         std::function<void()> didFinish;
         /// The page led the view to another page all the same.
@@ -85,6 +86,9 @@ private:
     void pasteByKeysAsPlainText();
     void leaveByKeys();
     void loadChanged(WebKitLoadEvent event);
+    void laidOut(const BridgeMessage& message);
+    void takePicture();
+    void pictureCame();
     void linkClicked(const BridgeMessage& message) const;
     bool decide(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) const;
     bool isShownPage(const char* url) const;
@@ -98,6 +102,12 @@ private:
     /// The address that was loaded last.
     std::string shownURL_;
     bool hasShownAPage_ = false;
+    /// Whether the page of the last load has replaced the one before.
+    bool isCommitted_ = false;
+    /// Whether the next picture that the engine draws shows the page of the last load as a whole.
+    bool isPageNext_ = false;
+    /// The engine's picture as it was drawn last.
+    RenderNode drawn_;
     /// Whether the process behind the view has begun a page. To draw the view of one that is only starting
     /// holds the program up until it answers, half a second at most.
     bool hasBegunAPage_ = false;

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <set>
+#include <string_view>
 
 namespace corvanta {
 namespace {
@@ -96,6 +97,45 @@ TEST_F(ReloadPictureTest, ShowsNoHalfReadPage) {
         ASSERT_TRUE(waitUntil([&] { return now().blue == version; })) << "version " << version;
     }
     EXPECT_EQ(wrong, std::vector<std::string>());
+}
+
+TEST_F(ReloadPictureTest, KeepsTheLastPictureAlsoWhenTheViewIsAboutToDraw) {
+    folder.write("gross.js", "/*" + std::string(6 * 1024 * 1024, 'x') + "*/");
+    std::string halfRead = stripedPage(1);
+    halfRead.insert(halfRead.find("<div", halfRead.size() / 2), "<script src=gross.js></script>");
+    showEditable(stripedPage(0));
+    scrollDown();
+    lookAtEveryPicture();
+    gtk_widget_queue_draw(GTK_WIDGET(column.webView()->webView()));
+    show(halfRead);
+    ASSERT_TRUE(waitUntil([&] { return now().blue == 1; }));
+    EXPECT_EQ(wrong, std::vector<std::string>());
+}
+
+TEST_F(ReloadPictureTest, ShowsAPageWithTheFirstPictureThatTheEngineMakesOfIt) {
+    // The engine makes no second picture while the page is at work.
+    const auto pageAtWork = [](int version) {
+        return fmt::format(
+            "<!doctype html><title>an</title><style>html {{ background: rgb(0, 0, {}) }}</style><p>x"
+            "<script>requestAnimationFrame(() => setTimeout(() => {{"
+            "const end = performance.now() + 300; while (performance.now() < end);"
+            "document.title = 'aus'; }}));</script>",
+            version);
+    };
+    const auto isAtWork = [this] {
+        return std::string_view(webkit_web_view_get_title(column.webView()->webView())) != "aus";
+    };
+    showEditable(pageAtWork(0));
+    bool isShownAtWork = false;
+    // Beside much other work the engine may make a picture before the page is whole.
+    for (int version = 1; version <= 20 && !isShownAtWork; ++version) {
+        ASSERT_TRUE(waitUntil([&] { return !isAtWork(); }));
+        show(pageAtWork(version));
+        ASSERT_TRUE(waitUntil([&] { return now().blue == version; }));
+        isShownAtWork = isAtWork();
+        ASSERT_TRUE(waitUntil([this] { return column.coordinator()->isSettled(); }));
+    }
+    EXPECT_TRUE(isShownAtWork);
 }
 
 TEST_F(ReloadPictureTest, ShowsPagesInBetweenAndTheLastOneWhenTextsComeFasterThanPages) {
