@@ -58,6 +58,12 @@ protected:
                 static_cast<CorvantaAppTest*>(self)->drag = begun;
             },
             this);
+        dragEnded = SignalConnection(
+            source, "drag-end",
+            +[](GtkDragSource*, GdkDrag*, gboolean, gpointer self) {
+                static_cast<CorvantaAppTest*>(self)->drag = nullptr;
+            },
+            this);
         gtk_widget_add_controller(widget.gobj(), GTK_EVENT_CONTROLLER(source));
     }
 
@@ -101,6 +107,7 @@ protected:
             return mayFall();
         }));
         releasePointer(from);
+        EXPECT_TRUE(waitUntil([this] { return drag == nullptr; }));
     }
 
     static bool takesWhatIsDragged(Gtk::Widget& widget) {
@@ -110,6 +117,7 @@ protected:
     /// What is being dragged.
     GdkDrag* drag = nullptr;
     SignalConnection dragBegan;
+    SignalConnection dragEnded;
 
     /// The labels of a menu and of its sections, one after another.
     static std::vector<std::string> labels(GMenuModel* menu) {
