@@ -134,7 +134,7 @@
 
 	// What the user does
 
-	// The last thing that the user did and that may change the text: a key or the context menu.
+	// The last thing that the user did and that may change the text: a key or a menu command.
 	let intent = null;
 	let composing = false;
 	// A dead key or an input method: the text that comes of it is none of the keys' own.
@@ -158,14 +158,10 @@
 		combining = false;
 	}, true);
 
-	window.addEventListener("contextmenu", function (event) {
-		if (event.isTrusted)
-			intent = { event: event, node: caretNode(), combined: false, time: performance.now() };
-	}, true);
-
-	// The program's own menu does the same, but no event of the page tells of it. Tells whether anything is marked.
+	// A menu of the program is about to change the text, of which no event of the page tells. That a menu is asked for
+	// does not count: the page could do what it likes then. Tells whether anything is marked.
 	window.menuCommandFollows = function () {
-		intent = { event: { type: "contextmenu" }, node: caretNode(), combined: false, time: performance.now() };
+		intent = { event: { type: "menu" }, node: caretNode(), combined: false, time: performance.now() };
 		return !window.getSelection().isCollapsed;
 	};
 
@@ -180,7 +176,7 @@
 
 	function intends(intent, event) {
 		const source = intent.event;
-		const isMenu = source.type === "contextmenu";
+		const isMenu = source.type === "menu";
 		const command = !isMenu && source.ctrlKey;
 		switch (event.inputType) {
 		case "insertText":

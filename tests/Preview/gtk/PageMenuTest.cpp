@@ -175,6 +175,22 @@ TEST_F(PageMenuTest, EditsThoughThePageKeepsTheEventToItself) {
     EXPECT_TRUE(waitUntil([this] { return source.starts_with("<p>zwei</p>"); }));
 }
 
+TEST_F(PageMenuTest, LetsNoPageEditTheSourceWhenItIsAskedFor) {
+    showEditable("<p>eins</p><b>zwei</b><script>addEventListener('contextmenu', event => { "
+                 "event.preventDefault(); setTimeout(() => { "
+                 "getSelection().collapse(document.querySelector('p').firstChild, 4); "
+                 "window.isDone = document.execCommand('delete'); }, 10); }, true);</script>");
+    const std::string before = source;
+    putCaret("p", 4);
+    askForMenu();
+    ASSERT_TRUE(becomes("window.isDone", "true"));
+    ASSERT_TRUE(becomes("document.querySelector('p').textContent === 'eins'", "false"));
+    putCaret("b", 4);
+    keyboard.type("x");
+    ASSERT_TRUE(waitUntil([&] { return source != before; }));
+    EXPECT_TRUE(source.starts_with("<p>eins</p><b>zweix</b>")) << source;
+}
+
 TEST_F(PageMenuTest, IsGoneWithItsView) {
     {
         PreviewColumn other(services, [](const std::string&) {});

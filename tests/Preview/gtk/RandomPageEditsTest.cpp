@@ -122,6 +122,8 @@ const std::vector<Edit>& kindsOfEdits() {
 /// the same ones in every run.
 std::vector<std::filesystem::path> evenly(const std::vector<std::filesystem::path>& pages,
                                           std::size_t count) {
+    if (pages.empty())
+        return {};
     std::map<std::filesystem::path, std::vector<std::filesystem::path>> folders;
     for (const auto& page : pages)
         folders[*page.lexically_relative(std::getenv("CORVANTA_REAL_INPUT")).begin()].push_back(page);
