@@ -1,6 +1,5 @@
 #include "EditorCore/DecodedSource.hpp"
 
-#include "EditorCore/ByteSearch.hpp"
 #include "EditorCore/Graphemes.hpp"
 #include "EditorCore/ReadAhead.hpp"
 
@@ -32,20 +31,17 @@ std::size_t endOfComment(std::string_view source, std::size_t offset) {
     return source.size();
 }
 
-/// The offset of the next character that may end a tag or start a value in it.
-std::size_t endOfTagText(std::string_view source, std::size_t offset) {
-    return ByteSearch::next(source, offset, '>', '"', '\'');
-}
-
 /// `offset` is behind the tag's "<". A ">" in a quoted value does not end the tag.
 std::size_t endOfTag(std::string_view source, std::size_t offset) {
-    for (offset = endOfTagText(source, offset); offset < source.size();
-         offset = endOfTagText(source, offset + 1)) {
-        if (!Graphemes::isAlone(source, offset))
+    for (; offset < source.size(); ++offset) {
+        if (offset % ReadAhead::step == 0)
+            ReadAhead::from(source, offset);
+        const char byte = source[offset];
+        if ((byte != '>' && byte != '"' && byte != '\'') || !Graphemes::isAlone(source, offset))
             continue;
-        if (source[offset] == '>')
+        if (byte == '>')
             return offset + 1;
-        offset = nextAlone(source[offset], source, offset + 1);
+        offset = nextAlone(byte, source, offset + 1);
     }
     return source.size();
 }
