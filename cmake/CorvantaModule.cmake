@@ -39,8 +39,30 @@ function(corvanta_module name)
   endif()
 endfunction()
 
-# One library from the sources of a folder; its headers are included as "<prefix>/Header.hpp".
+# corvanta_plugin(NAME FOLDER LIBRARY [DEPENDS target…] [LIBRARIES target…]): the objects NAME from the sources in
+# FOLDER, and of them LIBRARY, which a program loads while it runs. What it uses of the modules it depends on it finds
+# in the program, which exports it, so that there is one of each.
+function(corvanta_plugin name folder library)
+  cmake_parse_arguments(PARSE_ARGV 3 plugin "" "" "DEPENDS;LIBRARIES")
+
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME module)
+  _corvanta_half(${name} "${CMAKE_CURRENT_SOURCE_DIR}/${folder}" ${module}/${folder} OBJECT)
+  set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  _corvanta_link(${name} ${plugin_DEPENDS} ${plugin_LIBRARIES})
+
+  add_library(${library} MODULE $<TARGET_OBJECTS:${name}>)
+  target_link_libraries(${library} PRIVATE ${plugin_LIBRARIES})
+  set_target_properties(${library} PROPERTIES
+    PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib/corvanta)
+endfunction()
+
+# One library, STATIC if nothing else is said, from the sources of a folder; its headers are included as
+# "<prefix>/Header.hpp".
 function(_corvanta_half target folder prefix)
+  set(type ${ARGN})
+  if(NOT type)
+    set(type STATIC)
+  endif()
   file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
   file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/*.hpp)
 
@@ -55,7 +77,7 @@ function(_corvanta_half target folder prefix)
   endforeach()
 
   if(sources)
-    add_library(${target} STATIC ${sources})
+    add_library(${target} ${type} ${sources})
     target_link_libraries(${target} PRIVATE CompilerOptions)
     target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${root} FILES ${visible})
   else()

@@ -14,6 +14,7 @@
 
 #include "Platform/PosixFileManager.hpp"
 #include "Platform/gtk/GLibMainQueue.hpp"
+#include "Platform/gtk/SignalConnection.hpp"
 #include "Preview/PosixFolderBookmarks.hpp"
 #include "Preview/SharedMimeInfo.hpp"
 #include "Preview/gtk/PreviewColumn.hpp"
@@ -27,6 +28,7 @@
 #include <gtkmm/window.h>
 #include <signal.h>
 #include <unistd.h>
+#include <webkit/webkit.h>
 
 #include <chrono>
 #include <filesystem>

@@ -135,6 +135,7 @@ constexpr auto texte = std::to_array<std::string_view>({
     "Freigabe beenden",
     "Die Vorschau kann hier nicht starten: Die Hilfsprogramme bubblewrap und xdg-dbus-proxy fehlen oder "
     "dürfen nicht arbeiten.",
+    "Die Vorschau kann nicht starten: Ein Teil von Corvanta fehlt oder passt nicht zu diesem System.",
 });
 
 } // namespace

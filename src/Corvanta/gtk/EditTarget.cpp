@@ -1,37 +1,26 @@
 #include "Corvanta/gtk/EditTarget.hpp"
 
 #include <glibmm/main.h>
-#include <webkit/webkit.h>
 
 namespace corvanta {
 
 namespace {
 
-/// A command by the names that the toolkit's text widgets and the pages give it.
-struct Names {
-    const char* inText;
-    const char* inPage;
-};
-
-Names namesOf(EditTarget::Command command) {
+/// What the toolkit's text widgets call a command.
+const char* actionName(EditTarget::Command command) {
     switch (command) {
     case EditTarget::Command::cut:
-        return {"clipboard.cut", WEBKIT_EDITING_COMMAND_CUT};
+        return "clipboard.cut";
     case EditTarget::Command::copy:
-        return {"clipboard.copy", WEBKIT_EDITING_COMMAND_COPY};
+        return "clipboard.copy";
     case EditTarget::Command::paste:
-        // A page takes over the looks of what it is given, which is no change of a text any more.
-        return {"clipboard.paste", WEBKIT_EDITING_COMMAND_PASTE_AS_PLAIN_TEXT};
+        return "clipboard.paste";
     case EditTarget::Command::remove:
-        return {"selection.delete", PreviewWebView::deletion};
+        return "selection.delete";
     case EditTarget::Command::selectAll:
-        return {"selection.select-all", WEBKIT_EDITING_COMMAND_SELECT_ALL};
+        return "selection.select-all";
     }
-    return {};
-}
-
-bool hasText(GtkWidget* widget) {
-    return GTK_IS_TEXT_VIEW(widget) || GTK_IS_TEXT(widget) || WEBKIT_IS_WEB_VIEW(widget);
+    return "";
 }
 
 /// In the bar itself, not in one of its menus.
@@ -102,6 +91,15 @@ GtkWidget* EditTarget::target() const {
     return last_ != nullptr && gtk_widget_get_mapped(last_) != FALSE ? last_ : GTK_WIDGET(text_.gobj());
 }
 
+bool EditTarget::isPage(const GtkWidget* widget) const {
+    const PreviewWebView* page = preview_.webView();
+    return page != nullptr && widget == GTK_WIDGET(page->webView());
+}
+
+bool EditTarget::hasText(GtkWidget* widget) const {
+    return GTK_IS_TEXT_VIEW(widget) || GTK_IS_TEXT(widget) || isPage(widget);
+}
+
 bool EditTarget::hasSelection() const {
     GtkWidget* target = this->target();
     // Not only the document's text: the toolkit has text views of its own in a window.
@@ -109,17 +107,15 @@ bool EditTarget::hasSelection() const {
         return gtk_text_buffer_get_has_selection(gtk_text_view_get_buffer(GTK_TEXT_VIEW(target))) != FALSE;
     if (GTK_IS_TEXT(target))
         return gtk_editable_get_selection_bounds(GTK_EDITABLE(target), nullptr, nullptr) != FALSE;
-    WebKitEditorState* page = webkit_web_view_get_editor_state(WEBKIT_WEB_VIEW(target));
-    return webkit_editor_state_is_copy_available(page) != FALSE;
+    return preview_.webView()->hasSelection();
 }
 
 void EditTarget::perform(Command command) const {
     GtkWidget* target = this->target();
-    PreviewWebView* page = preview_.webView();
-    if (page != nullptr && target == GTK_WIDGET(page->webView()))
-        page->performMenuCommand(namesOf(command).inPage);
+    if (isPage(target))
+        preview_.webView()->performMenuCommand(command);
     else
-        gtk_widget_activate_action(target, namesOf(command).inText, nullptr);
+        gtk_widget_activate_action(target, actionName(command), nullptr);
 }
 
 } // namespace corvanta

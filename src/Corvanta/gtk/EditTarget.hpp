@@ -17,7 +17,7 @@ namespace corvanta {
 /// a menu that was closed the keyboard comes back.
 class EditTarget {
 public:
-    enum class Command { cut, copy, paste, remove, selectAll };
+    using Command = PreviewWebView::Command;
 
     /// Acts on `text` until the keyboard is elsewhere, and when that is gone. All of them outlive this
     /// object.
@@ -42,6 +42,8 @@ private:
     void remember(GtkWidget* widget);
     SignalConnection followSelection(gpointer object, const char* signal);
     GtkWidget* target() const;
+    bool isPage(const GtkWidget* widget) const;
+    bool hasText(GtkWidget* widget) const;
 
     Gtk::Window& window_;
     Gtk::TextView& text_;

@@ -6,10 +6,12 @@ namespace corvanta {
 
 namespace {
 
-std::string refusalText() {
-    return t(
-        "Die Vorschau kann hier nicht starten: Die Hilfsprogramme bubblewrap und xdg-dbus-proxy fehlen oder "
-        "dürfen nicht arbeiten.");
+std::string refusalText(bool isSandboxMissing) {
+    return isSandboxMissing ? t("Die Vorschau kann hier nicht starten: Die Hilfsprogramme bubblewrap und "
+                                "xdg-dbus-proxy fehlen oder "
+                                "dürfen nicht arbeiten.")
+                            : t("Die Vorschau kann nicht starten: Ein Teil von Corvanta fehlt oder passt "
+                                "nicht zu diesem System.");
 }
 
 } // namespace
@@ -45,17 +47,17 @@ void PreviewColumn::askForFolder() {
 }
 
 void PreviewColumn::start() {
-    engineKnown_ = services_.engine.whenKnown([this](const PreviewWebContext* context) {
-        if (context != nullptr)
-            makeWebView(*context);
+    engineKnown_ = services_.engine.whenKnown([this](const PreviewEngine::Outcome& outcome) {
+        if (outcome.engine != nullptr)
+            makeWebView(*outcome.engine);
         else
-            sayThatThereIsNone();
+            sayThatThereIsNone(outcome.isSandboxMissing);
     });
 }
 
-void PreviewColumn::makeWebView(const PreviewWebContext& context) {
-    webView_ = std::make_unique<PreviewWebView>(
-        context, schemeHandler_,
+void PreviewColumn::makeWebView(const WebEngine& engine) {
+    webView_ = engine.makeView(
+        schemeHandler_,
         PreviewWebView::Events{
             .didReceive = [this](const BridgeMessage& message) { coordinator_->didReceive(message); },
             .didCommit = [this] { coordinator_->didCommit(); },
@@ -73,7 +75,7 @@ void PreviewColumn::makeWebView(const PreviewWebContext& context) {
 
 void PreviewColumn::updateLanguage() {
     hint_.updateLanguage(pane_);
-    refusal_.set_text(refusalText());
+    refusal_.set_text(refusalText(isSandboxMissing_));
     nameWebView();
 }
 
@@ -84,8 +86,9 @@ void PreviewColumn::nameWebView() {
                                        t("Vorschau").c_str(), -1);
 }
 
-void PreviewColumn::sayThatThereIsNone() {
-    refusal_.set_text(refusalText());
+void PreviewColumn::sayThatThereIsNone(bool isSandboxMissing) {
+    isSandboxMissing_ = isSandboxMissing;
+    refusal_.set_text(refusalText(isSandboxMissing_));
     refusal_.set_wrap(true);
     refusal_.set_expand(true);
     refusal_.set_margin(24);

@@ -66,9 +66,9 @@ public:
 private:
     void show();
     void askForFolder();
-    void makeWebView(const PreviewWebContext& context);
+    void makeWebView(const WebEngine& engine);
     void nameWebView();
-    void sayThatThereIsNone();
+    void sayThatThereIsNone(bool isSandboxMissing);
 
     Services services_;
     PreviewCoordinator::HTMLChange onHTMLChange_;
@@ -80,6 +80,8 @@ private:
     std::unique_ptr<PreviewWebView> webView_;
     std::optional<PreviewCoordinator> coordinator_;
     Gtk::Label refusal_;
+    /// Why there is no preview, when there is none.
+    bool isSandboxMissing_ = false;
     Subscription paneChanged_;
     Subscription engineKnown_;
 };

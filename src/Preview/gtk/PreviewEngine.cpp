@@ -4,8 +4,6 @@
 
 #include <glib.h>
 
-#include <chrono>
-#include <filesystem>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -13,9 +11,6 @@
 namespace corvanta {
 
 namespace {
-
-/// The probe takes a few hundredths of a second and begins before the toolkit starts.
-constexpr std::chrono::milliseconds longestWait{100};
 
 /// Whether there is a graphics processor that programs may draw with.
 bool hasGraphicsProcessor() {
@@ -36,58 +31,56 @@ void drawByProcessorWhereThatIsQuicker() {
 
 } // namespace
 
-PreviewEngine::PreviewEngine() {
+/// What a thread that loaded the engine has to say to the main thread.
+struct PreviewEngine::Answer {
+    std::weak_ptr<State> state;
+    bool sandboxWorks = false;
+    WebEngineLibrary::Maker make = nullptr;
+};
+
+// Nobody waits for the threads: a helper that hangs must not keep the program from ending.
+
+PreviewEngine::PreviewEngine(std::filesystem::path library) : library_(std::move(library)) {
     drawByProcessorWhereThatIsQuicker();
-    // Nobody waits for the thread: a helper that hangs must not keep the program from ending.
-    std::thread(probe, state_).detach();
+    std::packaged_task<bool()> probe(SandboxProbe::works);
+    sandboxWorks_ = probe.get_future();
+    std::thread(std::move(probe)).detach();
 }
 
-void PreviewEngine::probe(std::shared_ptr<State> state) {
-    const bool works = SandboxProbe::works();
-    {
-        const std::scoped_lock lock(state->mutex);
-        state->works = works;
+Subscription PreviewEngine::whenKnown(const std::function<void(const Outcome&)>& observer) {
+    if (state_->outcome) {
+        observer(*state_->outcome);
+        return {};
     }
-    state->answered.notify_all();
-    // The main thread gets the last reference, since what the state holds belongs there.
-    auto last = std::make_unique<std::shared_ptr<State>>(std::move(state));
-    g_idle_add_full(
-        G_PRIORITY_DEFAULT,
-        +[](gpointer self) -> gboolean {
-            // The engine's first steps take long: they are done only when somebody waits for it.
-            State& answered = **static_cast<std::shared_ptr<State>*>(self);
-            if (!answered.known.empty())
-                settle(answered);
-            return G_SOURCE_REMOVE;
-        },
-        last.release(), +[](gpointer self) { delete static_cast<std::shared_ptr<State>*>(self); });
+    if (sandboxWorks_.valid())
+        load();
+    return Subscription(state_->known.connect(observer));
 }
 
-void PreviewEngine::settle(State& state) {
-    if (std::exchange(state.isSettled, true))
+void PreviewEngine::load() {
+    std::thread([probe = std::move(sandboxWorks_), library = library_,
+                 state = std::weak_ptr(state_)]() mutable {
+        auto answer = std::make_unique<Answer>(Answer{std::move(state), probe.get()});
+        if (answer->sandboxWorks)
+            answer->make = WebEngineLibrary::load(library);
+        g_idle_add_full(
+            G_PRIORITY_DEFAULT,
+            +[](gpointer data) -> gboolean {
+                deliver(*static_cast<Answer*>(data));
+                return G_SOURCE_REMOVE;
+            },
+            answer.release(), +[](gpointer data) { delete static_cast<Answer*>(data); });
+    }).detach();
+}
+
+void PreviewEngine::deliver(const Answer& answer) {
+    const std::shared_ptr<State> state = answer.state.lock();
+    if (!state)
         return;
-    bool works = false;
-    {
-        const std::scoped_lock lock(state.mutex);
-        works = state.works.value_or(false);
-    }
-    if (works)
-        state.context = std::make_unique<PreviewWebContext>();
-    state.known.emit(state.context.get());
-}
-
-Subscription PreviewEngine::whenKnown(const std::function<void(const PreviewWebContext*)>& observer) {
-    if (!state_->isSettled) {
-        std::unique_lock lock(state_->mutex);
-        const bool isKnown =
-            state_->answered.wait_for(lock, longestWait, [this] { return state_->works.has_value(); });
-        lock.unlock();
-        if (!isKnown)
-            return Subscription(state_->known.connect(observer));
-        settle(*state_);
-    }
-    observer(state_->context.get());
-    return {};
+    if (answer.make != nullptr)
+        state->engine.reset(answer.make());
+    state->outcome = Outcome{state->engine.get(), !answer.sandboxWorks};
+    state->known.emit(*state->outcome);
 }
 
 } // namespace corvanta

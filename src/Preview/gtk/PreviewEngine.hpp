@@ -1,46 +1,52 @@
 #pragma once
 
 #include "Platform/Subscription.hpp"
-#include "Preview/gtk/PreviewWebContext.hpp"
+#include "Preview/gtk/WebEngine.hpp"
+#include "Preview/gtk/WebEngineLibrary.hpp"
 
 #include <sigc++/signal.h>
 
-#include <condition_variable>
+#include <filesystem>
 #include <functional>
+#include <future>
 #include <memory>
-#include <mutex>
-#include <optional>
 
 namespace corvanta {
 
-/// The web engine that all previews share, once it is known that it can start here.
+/// Gets the web engine that all previews share, when it is needed and can start here.
 class PreviewEngine {
 public:
-    /// Starts finding out, in a thread of its own.
-    PreviewEngine();
+    /// Starts finding out whether the engine can start, in a thread of its own. `library` is the file of the
+    /// engine's library.
+    explicit PreviewEngine(std::filesystem::path library = WebEngineLibrary::file());
 
-    /// Calls `observer` as soon as it is known whether the engine can start, at once if it is known already:
-    /// with the engine's context, or with nothing when there will be no preview. Waits a moment for an answer
-    /// that is about to come, because the engine takes longest to start and everything else can be done
-    /// meanwhile.
-    [[nodiscard]] Subscription whenKnown(const std::function<void(const PreviewWebContext*)>& observer);
-
-private:
-    struct State {
-        std::mutex mutex;
-        std::condition_variable answered;
-        /// Guarded by the mutex; the rest belongs to the main thread.
-        std::optional<bool> works;
-
-        bool isSettled = false;
-        std::unique_ptr<PreviewWebContext> context;
-        sigc::signal<void(const PreviewWebContext*)> known;
+    /// What came of getting the engine.
+    struct Outcome {
+        /// Null when there will be no preview.
+        const WebEngine* engine = nullptr;
+        /// Whether it is the sandbox that cannot work here.
+        bool isSandboxMissing = false;
     };
 
-    static void probe(std::shared_ptr<State> state);
-    static void settle(State& state);
+    /// Calls `observer` with the outcome as soon as there is one, at once if it is there already. The first
+    /// call has the engine loaded, which nothing waits for.
+    [[nodiscard]] Subscription whenKnown(const std::function<void(const Outcome&)>& observer);
 
-    /// Shared with the probe, which may answer after the engine is gone.
+private:
+    /// Belongs to the main thread.
+    struct State {
+        std::unique_ptr<WebEngine> engine;
+        std::optional<Outcome> outcome;
+        sigc::signal<void(const Outcome&)> known;
+    };
+
+    struct Answer;
+
+    void load();
+    static void deliver(const Answer& answer);
+
+    std::filesystem::path library_;
+    std::future<bool> sandboxWorks_;
     std::shared_ptr<State> state_ = std::make_shared<State>();
 };
 

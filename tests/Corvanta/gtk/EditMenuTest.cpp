@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
-#include <webkit/webkit.h>
 
 #include <chrono>
 #include <string>
@@ -33,10 +32,8 @@ protected:
                           "getSelection().setBaseAndExtent(text, " +
                               std::to_string(start) + ", text, " + std::to_string(end) + "); })()");
         // The view hears of it somewhat later than the page.
-        WebKitEditorState* state =
-            webkit_web_view_get_editor_state(window.contentView().preview().webView()->webView());
-        EXPECT_TRUE(waitUntil(
-            [&] { return (webkit_editor_state_is_copy_available(state) != FALSE) == (start != end); }));
+        const PreviewWebView& view = *window.contentView().preview().webView();
+        EXPECT_TRUE(waitUntil([&] { return view.hasSelection() == (start != end); }));
     }
 
     static bool clipboardHolds(const std::string& expected) {
@@ -102,10 +99,7 @@ TEST_F(EditMenuTest, CopiesFromThePreviewWhenTheKeyboardIsThere) {
     chooseFromEditMenu(window, "Alles auswählen");
     ASSERT_TRUE(waitUntil([&] { return inPreview(window, "getSelection().toString().trim()") == "eins"; }));
     // The view hears of the selection somewhat later than the page, and the menu asks the view.
-    WebKitWebView* page = window.contentView().preview().webView()->webView();
-    ASSERT_TRUE(waitUntil([&] {
-        return webkit_editor_state_is_copy_available(webkit_web_view_get_editor_state(page)) != FALSE;
-    }));
+    ASSERT_TRUE(waitUntil([&] { return window.contentView().preview().webView()->hasSelection(); }));
     EXPECT_EQ(textView(window).selectedRange().length, 0);
     chooseFromEditMenu(window, "Kopieren");
     EXPECT_TRUE(clipboardHolds("eins"));

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <gtksourceview/gtksource.h>
+#include <webkit/webkit.h>
 
 #include <algorithm>
 #include <string>

@@ -98,11 +98,9 @@ TEST_F(MenuEnablingTest, CopiesOnlyWhatIsSelectedInTheFindField) {
 TEST_F(MenuEnablingTest, CopiesOnlyWhatIsSelectedInThePreviewWhenAMenuIsOpened) {
     DocumentWindow& window = openPage();
     ASSERT_TRUE(previewShows(window, "eins"));
-    GtkWidget* page = GTK_WIDGET(window.contentView().preview().webView()->webView());
-    const auto canCopy = [page] {
-        return webkit_editor_state_is_copy_available(
-                   webkit_web_view_get_editor_state(WEBKIT_WEB_VIEW(page))) != FALSE;
-    };
+    const PreviewWebView& view = *window.contentView().preview().webView();
+    GtkWidget* page = GTK_WIDGET(view.webView());
+    const auto canCopy = [&] { return view.hasSelection(); };
     gtk_widget_grab_focus(page);
     ASSERT_TRUE(waitUntil([&] { return gtk_widget_has_focus(page) != FALSE; }));
     // The view hears of a selection somewhat later than the page has it, and of none only when there was one.

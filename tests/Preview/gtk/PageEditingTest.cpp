@@ -1,3 +1,4 @@
+#include "Platform/gtk/GObjectReference.hpp"
 #include "PreviewColumnFixture.hpp"
 
 #include <fmt/format.h>

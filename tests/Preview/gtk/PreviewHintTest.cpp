@@ -92,6 +92,26 @@ TEST_F(PreviewHintTest, ListsTheGrantsAndEndsThem) {
     EXPECT_FALSE(button.get_visible());
 }
 
+/// What is said in place of a preview for which `engine` has nothing.
+std::string refusalOf(PreviewEngine& engine) {
+    const PosixFileManager fileManager;
+    const SharedMimeInfo typeRegistry{fileManager, {}};
+    GLibMainQueue queue;
+    RecordedLog log;
+    InMemoryUserDefaults defaults;
+    const PosixFolderBookmarks bookmarks;
+    PreviewFolderAccess folderAccess{defaults, bookmarks, fileManager, log};
+    PreviewColumn column(
+        {engine, folderAccess, fileManager, typeRegistry, queue, log, [](const std::string&) {}},
+        [](const std::string&) {});
+    TestWindow window(column);
+    column.update("<p>x</p>", std::nullopt);
+    column.start();
+    EXPECT_TRUE(waitUntil([&] { return column.refusal().get_mapped(); }));
+    EXPECT_EQ(column.webView(), nullptr);
+    return column.refusal().get_text();
+}
+
 TEST(PreviewWithoutHelpersTest, SaysWhyThereIsNoPreview) {
     const std::string path = Glib::getenv("PATH");
     const TemporaryFolder nothing;
@@ -104,27 +124,20 @@ TEST(PreviewWithoutHelpersTest, SaysWhyThereIsNoPreview) {
             std::filesystem::permissions(failing / helper, std::filesystem::perms::owner_all);
             Glib::setenv("PATH", failing.path().string() + ":" + path);
         }
-        const PosixFileManager fileManager;
-        const SharedMimeInfo typeRegistry{fileManager, {}};
-        GLibMainQueue queue;
-        RecordedLog log;
-        InMemoryUserDefaults defaults;
-        const PosixFolderBookmarks bookmarks;
-        PreviewFolderAccess folderAccess{defaults, bookmarks, fileManager, log};
         PreviewEngine engine;
-        PreviewColumn column(
-            {engine, folderAccess, fileManager, typeRegistry, queue, log, [](const std::string&) {}},
-            [](const std::string&) {});
-        TestWindow window(column);
-        column.update("<p>x</p>", std::nullopt);
-        column.start();
-        EXPECT_TRUE(waitUntil([&] { return column.refusal().get_mapped(); })) << helper;
-        EXPECT_EQ(column.refusal().get_text(),
+        EXPECT_EQ(refusalOf(engine),
                   "Die Vorschau kann hier nicht starten: Die Hilfsprogramme bubblewrap und xdg-dbus-proxy "
-                  "fehlen oder dürfen nicht arbeiten.");
-        EXPECT_EQ(column.webView(), nullptr);
+                  "fehlen oder dürfen nicht arbeiten.")
+            << helper;
         Glib::setenv("PATH", path);
     }
+}
+
+TEST(PreviewWithoutItsEngineTest, SaysThatAPartOfTheProgramIsMissing) {
+    PreviewEngine engine("/gibt/es/nicht.so");
+    EXPECT_EQ(
+        refusalOf(engine),
+        "Die Vorschau kann nicht starten: Ein Teil von Corvanta fehlt oder passt nicht zu diesem System.");
 }
 
 } // namespace

@@ -21,12 +21,12 @@ namespace {
 class PreviewWebViewTest : public testing::Test {
 protected:
     void SetUp() override {
-        known_ = engine_.whenKnown([this](const PreviewWebContext* context) {
-            ASSERT_NE(context, nullptr) << "the web engine cannot start";
-            view = std::make_unique<PreviewWebView>(
-                *context, schemeHandler_,
-                PreviewWebView::Events{[](const BridgeMessage&) {}, [] {}, [this] { view->reveal(); }, [] {},
-                                       [] {}, [] {}, [](const std::string&) {}});
+        known_ = engine_.whenKnown([this](const PreviewEngine::Outcome& outcome) {
+            ASSERT_NE(outcome.engine, nullptr) << "the web engine cannot start";
+            view = outcome.engine->makeView(schemeHandler_,
+                                            PreviewWebView::Events{[](const BridgeMessage&) {}, [] {},
+                                                                   [this] { view->reveal(); }, [] {}, [] {},
+                                                                   [] {}, [](const std::string&) {}});
         });
         ASSERT_TRUE(waitUntil([this] { return view != nullptr; }));
     }

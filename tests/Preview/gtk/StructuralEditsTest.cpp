@@ -2,6 +2,7 @@
 // and what is typed elsewhere afterwards still reaches it.
 
 #include "Platform/gtk/GObjectReference.hpp"
+#include "Platform/gtk/SignalConnection.hpp"
 #include "PreviewColumnFixture.hpp"
 #include "Support/gtk/WindowPixels.hpp"
 

@@ -1,7 +1,7 @@
-#include "Preview/gtk/PreviewWebContext.hpp"
+#include "Preview/webkit/PreviewWebContext.hpp"
 
 #include "Preview/PreviewSite.hpp"
-#include "Preview/gtk/WebKitSchemeTask.hpp"
+#include "Preview/webkit/WebKitSchemeTask.hpp"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "Preview/gtk/WebKitBridgeMessage.hpp"
+#include "Preview/webkit/WebKitBridgeMessage.hpp"
 
 #include "Platform/gtk/GObjectReference.hpp"
 

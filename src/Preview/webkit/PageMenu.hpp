@@ -2,6 +2,7 @@
 
 #include "Platform/Subscription.hpp"
 #include "Platform/gtk/SignalConnection.hpp"
+#include "Preview/gtk/PreviewWebView.hpp"
 
 #include <giomm/simpleaction.h>
 #include <webkit/webkit.h>
@@ -16,8 +17,8 @@ namespace corvanta {
 /// lead away from the page, load it anew or save it, which no page of a document can do.
 class PageMenu {
 public:
-    /// Does in the page what a menu command says, by the engine's name for it.
-    using Perform = std::function<void(const std::string& command)>;
+    /// Does in the page what a menu command says.
+    using Perform = std::function<void(PreviewWebView::Command command)>;
 
     PageMenu(WebKitWebView* view, const Perform& perform);
 
@@ -32,7 +33,8 @@ private:
         Subscription chosen;
     };
 
-    void add(WebKitContextMenuAction offer, const char* title, const char* command, const Perform& perform);
+    void add(WebKitContextMenuAction offer, const char* title, PreviewWebView::Command command,
+             const Perform& perform);
     bool replace(WebKitContextMenu* menu) const;
 
     std::vector<Entry> entries_;

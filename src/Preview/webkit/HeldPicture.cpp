@@ -1,6 +1,6 @@
-#include "Preview/gtk/HeldPicture.hpp"
+#include "Preview/webkit/HeldPicture.hpp"
 
-#include "Preview/gtk/RenderNode.hpp"
+#include "Preview/webkit/RenderNode.hpp"
 
 namespace corvanta {
 

@@ -1,7 +1,7 @@
-#include "Preview/gtk/PageMenu.hpp"
+#include "Preview/webkit/PageMenu.hpp"
 
 #include "DesignSystem/t.hpp"
-#include "Preview/gtk/PreviewWebView.hpp"
+#include "Preview/webkit/EditingCommands.hpp"
 
 namespace corvanta {
 
@@ -20,11 +20,12 @@ WebKitContextMenuItem* find(WebKitContextMenu* menu, WebKitContextMenuAction act
 } // namespace
 
 PageMenu::PageMenu(WebKitWebView* view, const Perform& perform) {
-    add(WEBKIT_CONTEXT_MENU_ACTION_CUT, "Ausschneiden", WEBKIT_EDITING_COMMAND_CUT, perform);
-    add(WEBKIT_CONTEXT_MENU_ACTION_COPY, "Kopieren", WEBKIT_EDITING_COMMAND_COPY, perform);
-    add(WEBKIT_CONTEXT_MENU_ACTION_PASTE, "Einsetzen", WEBKIT_EDITING_COMMAND_PASTE_AS_PLAIN_TEXT, perform);
-    add(WEBKIT_CONTEXT_MENU_ACTION_DELETE, "Löschen", PreviewWebView::deletion, perform);
-    add(WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL, "Alles auswählen", WEBKIT_EDITING_COMMAND_SELECT_ALL, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_CUT, "Ausschneiden", PreviewWebView::Command::cut, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_COPY, "Kopieren", PreviewWebView::Command::copy, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_PASTE, "Einsetzen", PreviewWebView::Command::paste, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_DELETE, "Löschen", PreviewWebView::Command::remove, perform);
+    add(WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL, "Alles auswählen", PreviewWebView::Command::selectAll,
+        perform);
     menuAsked_ = SignalConnection(
         view, "context-menu",
         +[](WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer self) -> gboolean {
@@ -33,9 +34,9 @@ PageMenu::PageMenu(WebKitWebView* view, const Perform& perform) {
         this);
 }
 
-void PageMenu::add(WebKitContextMenuAction offer, const char* title, const char* command,
+void PageMenu::add(WebKitContextMenuAction offer, const char* title, PreviewWebView::Command command,
                    const Perform& perform) {
-    const auto action = Gio::SimpleAction::create(std::string("page-") + command);
+    const auto action = Gio::SimpleAction::create(std::string("page-") + editingCommand(command));
     entries_.push_back({offer, title, action,
                         Subscription(action->signal_activate().connect(
                             [perform, command](const Glib::VariantBase&) { perform(command); }))});

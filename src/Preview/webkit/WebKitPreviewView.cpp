@@ -1,8 +1,9 @@
-#include "Preview/gtk/PreviewWebView.hpp"
+#include "Preview/webkit/WebKitPreviewView.hpp"
 
 #include "PageScript.hpp"
 #include "PageStart.hpp"
-#include "Preview/gtk/WebKitBridgeMessage.hpp"
+#include "Preview/webkit/EditingCommands.hpp"
+#include "Preview/webkit/WebKitBridgeMessage.hpp"
 
 #include <fmt/format.h>
 #include <glibmm/main.h>
@@ -52,8 +53,8 @@ void addScript(WebKitUserContentManager* content, WebKitUserScriptInjectionTime 
 
 } // namespace
 
-PreviewWebView::PreviewWebView(const PreviewWebContext& context, PreviewSchemeHandler& schemeHandler,
-                               Events events)
+WebKitPreviewView::WebKitPreviewView(const PreviewWebContext& context, PreviewSchemeHandler& schemeHandler,
+                                     Events events)
     : page_(makeWebView(context)), events_(std::move(events)) {
     page_.set_expand(true);
     append(page_);
@@ -65,36 +66,37 @@ PreviewWebView::PreviewWebView(const PreviewWebContext& context, PreviewSchemeHa
     leaveByKeys();
 }
 
-PreviewWebView::~PreviewWebView() {
+WebKitPreviewView::~WebKitPreviewView() {
     // The engine keeps its view for as long as a page in it is at work.
     PreviewWebContext::setSchemeHandler(webView(), nullptr);
     webkit_web_view_stop_loading(webView());
     webkit_web_view_terminate_web_process(webView());
 }
 
-void PreviewWebView::hearThePageScript() {
+void WebKitPreviewView::hearThePageScript() {
     hear(
         "htmlChanged", +[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
-            static_cast<PreviewWebView*>(self)->events_.didReceive(WebKitBridgeMessage(value));
+            static_cast<WebKitPreviewView*>(self)->events_.didReceive(WebKitBridgeMessage(value));
         });
     hear(
         "pageLaidOut", +[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
-            static_cast<PreviewWebView*>(self)->laidOut(WebKitBridgeMessage(value));
+            static_cast<WebKitPreviewView*>(self)->laidOut(WebKitBridgeMessage(value));
         });
     hear(
         "linkClicked", +[](WebKitUserContentManager*, JSCValue* value, gpointer self) {
-            static_cast<PreviewWebView*>(self)->linkClicked(WebKitBridgeMessage(value));
+            static_cast<WebKitPreviewView*>(self)->linkClicked(WebKitBridgeMessage(value));
         });
 }
 
-void PreviewWebView::hear(const char* name, void (*handler)(WebKitUserContentManager*, JSCValue*, gpointer)) {
+void WebKitPreviewView::hear(const char* name,
+                             void (*handler)(WebKitUserContentManager*, JSCValue*, gpointer)) {
     WebKitUserContentManager* content = webkit_web_view_get_user_content_manager(webView());
     const std::string signal = std::string("script-message-received::") + name;
     connections_.emplace_back(content, signal.c_str(), handler, this);
     webkit_user_content_manager_register_script_message_handler(content, name, bridgeWorld);
 }
 
-void PreviewWebView::installPageScript(const std::optional<ScrollOffset>& scroll) {
+void WebKitPreviewView::installPageScript(const std::optional<ScrollOffset>& scroll) {
     WebKitUserContentManager* content = webkit_web_view_get_user_content_manager(webView());
     webkit_user_content_manager_remove_all_scripts(content);
     addScript(content, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageStart);
@@ -104,7 +106,7 @@ void PreviewWebView::installPageScript(const std::optional<ScrollOffset>& scroll
     addScript(content, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END, pageScript);
 }
 
-void PreviewWebView::linkClicked(const BridgeMessage& message) const {
+void WebKitPreviewView::linkClicked(const BridgeMessage& message) const {
     const std::string url = message.string("url").value_or(std::string());
     for (const std::string_view scheme : {"http:", "https:", "mailto:"}) {
         if (url.starts_with(scheme)) {
@@ -117,15 +119,15 @@ void PreviewWebView::linkClicked(const BridgeMessage& message) const {
 // The engine may keep its view longer than this object lives, with a page at work in it: refusals last as
 // long as the view.
 template <typename Handler>
-void PreviewWebView::refuse(const char* signal, Handler* handler) {
+void WebKitPreviewView::refuse(const char* signal, Handler* handler) {
     g_signal_connect(webView(), signal, G_CALLBACK(handler), nullptr);
 }
 
-void PreviewWebView::refuseWhatAPageMayNotDo() {
+void WebKitPreviewView::refuseWhatAPageMayNotDo() {
     connections_.emplace_back(
         webView(), "decide-policy",
-        +[](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
-            gpointer self) -> gboolean { return static_cast<PreviewWebView*>(self)->decide(decision, type); },
+        +[](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type, gpointer self)
+            -> gboolean { return static_cast<WebKitPreviewView*>(self)->decide(decision, type); },
         this);
     refuse(
         "permission-request", +[](WebKitWebView*, WebKitPermissionRequest* request, gpointer) -> gboolean {
@@ -163,11 +165,11 @@ void PreviewWebView::refuseWhatAPageMayNotDo() {
         "enter-fullscreen", +[](WebKitWebView*, gpointer) -> gboolean { return TRUE; });
 }
 
-void PreviewWebView::reportLoading() {
+void WebKitPreviewView::reportLoading() {
     connections_.emplace_back(
         webView(), "load-changed",
         +[](WebKitWebView*, WebKitLoadEvent event, gpointer self) {
-            static_cast<PreviewWebView*>(self)->loadChanged(event);
+            static_cast<WebKitPreviewView*>(self)->loadChanged(event);
         },
         this);
     // The last page stays; the engine's own error page says nothing about the document.
@@ -178,7 +180,7 @@ void PreviewWebView::reportLoading() {
     connections_.emplace_back(
         webView(), "web-process-terminated",
         +[](WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer self) {
-            auto* view = static_cast<PreviewWebView*>(self);
+            auto* view = static_cast<WebKitPreviewView*>(self);
             view->hasBegunAPage_ = false;
             if (reason != WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
                 view->events_.processDidTerminate();
@@ -186,14 +188,14 @@ void PreviewWebView::reportLoading() {
         this);
 }
 
-void PreviewWebView::laidOut(const BridgeMessage& message) {
+void WebKitPreviewView::laidOut(const BridgeMessage& message) {
     if (message.number("isNext") != 1)
         events_.didLayOut();
     else if (isCommitted_)
         isPageNext_ = true;
 }
 
-void PreviewWebView::loadChanged(WebKitLoadEvent event) {
+void WebKitPreviewView::loadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_COMMITTED) {
         isCommitted_ = true;
         if (!std::exchange(hasBegunAPage_, true))
@@ -207,11 +209,11 @@ void PreviewWebView::loadChanged(WebKitLoadEvent event) {
     }
 }
 
-bool PreviewWebView::isShownPage(const char* url) const {
+bool WebKitPreviewView::isShownPage(const char* url) const {
     return url != nullptr && withoutFragment(url) == withoutFragment(shownURL_);
 }
 
-bool PreviewWebView::decide(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) const {
+bool WebKitPreviewView::decide(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) const {
     bool refused = false;
     if (type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION) {
         refused = true;
@@ -236,7 +238,7 @@ bool PreviewWebView::decide(WebKitPolicyDecision* decision, WebKitPolicyDecision
     return refused;
 }
 
-void PreviewWebView::prepareToLoad(const std::string& url, const std::optional<ScrollOffset>& scroll) {
+void WebKitPreviewView::prepareToLoad(const std::string& url, const std::optional<ScrollOffset>& scroll) {
     shownURL_ = url;
     isCommitted_ = false;
     isPageNext_ = false;
@@ -245,12 +247,12 @@ void PreviewWebView::prepareToLoad(const std::string& url, const std::optional<S
 
 // The load has been asked for, but nothing of it is seen before the main loop runs on: the picture is taken
 // while the page's process is at work already.
-void PreviewWebView::holdLastPicture() {
+void WebKitPreviewView::holdLastPicture() {
     if (hasShownAPage_ && !lastPicture_.isHeld())
         lastPicture_.hold(page_, drawn_.get());
 }
 
-void PreviewWebView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+void WebKitPreviewView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
     if (hasBegunAPage_)
         takePicture();
     if (lastPicture_.isHeld())
@@ -260,7 +262,7 @@ void PreviewWebView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot)
 }
 
 // The engine draws no further picture before this one is taken, whether somebody sees it or not.
-void PreviewWebView::takePicture() {
+void WebKitPreviewView::takePicture() {
     GtkSnapshot* snapshot = gtk_snapshot_new();
     gtk_widget_snapshot_child(GTK_WIDGET(gobj()), page_.gobj(), snapshot);
     RenderNode picture(gtk_snapshot_free_to_node(snapshot));
@@ -270,29 +272,29 @@ void PreviewWebView::takePicture() {
     if (isNew && std::exchange(isPageNext_, false)) {
         lastPicture_.release();
         // Not from here: nothing may be changed while the window is being drawn.
-        Glib::signal_idle().connect_once(sigc::mem_fun(*this, &PreviewWebView::pictureCame),
+        Glib::signal_idle().connect_once(sigc::mem_fun(*this, &WebKitPreviewView::pictureCame),
                                          Glib::PRIORITY_HIGH);
     }
 }
 
-void PreviewWebView::pictureCame() {
+void WebKitPreviewView::pictureCame() {
     if (isCommitted_)
         events_.didLayOut();
 }
 
-void PreviewWebView::load(const std::string& url, const std::optional<ScrollOffset>& scroll) {
+void WebKitPreviewView::load(const std::string& url, const std::optional<ScrollOffset>& scroll) {
     prepareToLoad(url, scroll);
     webkit_web_view_load_uri(webView(), url.c_str());
     holdLastPicture();
 }
 
-void PreviewWebView::loadHTML(const std::string& html, const std::optional<ScrollOffset>& scroll) {
+void WebKitPreviewView::loadHTML(const std::string& html, const std::optional<ScrollOffset>& scroll) {
     prepareToLoad(std::string(emptyPage), scroll);
     webkit_web_view_load_html(webView(), html.c_str(), nullptr);
     holdLastPicture();
 }
 
-void PreviewWebView::reveal() {
+void WebKitPreviewView::reveal() {
     hasShownAPage_ = true;
     if (!lastPicture_.isHeld())
         return;
@@ -300,12 +302,12 @@ void PreviewWebView::reveal() {
     queue_draw();
 }
 
-void PreviewWebView::evaluate(const std::string& script) {
+void WebKitPreviewView::evaluate(const std::string& script) {
     webkit_web_view_evaluate_javascript(webView(), script.data(), static_cast<gssize>(script.size()),
                                         bridgeWorld, nullptr, nullptr, nullptr, nullptr);
 }
 
-void PreviewWebView::ask(std::function<void()> answered) {
+void WebKitPreviewView::ask(std::function<void()> answered) {
     webkit_web_view_evaluate_javascript(
         webView(), "0", -1, bridgeWorld, nullptr, nullptr,
         +[](GObject* view, GAsyncResult* result, gpointer question) {
@@ -321,7 +323,7 @@ void PreviewWebView::ask(std::function<void()> answered) {
 }
 
 /// The toolkit's own keys would paste with all looks, which no source can follow.
-void PreviewWebView::pasteByKeysAsPlainText() {
+void WebKitPreviewView::pasteByKeysAsPlainText() {
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     keys->signal_key_pressed().connect(
@@ -333,7 +335,7 @@ void PreviewWebView::pasteByKeysAsPlainText() {
                  (modifiers & all) == Gdk::ModifierType::CONTROL_MASK) ||
                 (key == GDK_KEY_Insert && (modifiers & all) == Gdk::ModifierType::SHIFT_MASK);
             if (isPasting)
-                performMenuCommand(WEBKIT_EDITING_COMMAND_PASTE_AS_PLAIN_TEXT);
+                performMenuCommand(Command::paste);
             return isPasting;
         },
         false);
@@ -343,7 +345,7 @@ void PreviewWebView::pasteByKeysAsPlainText() {
 /// The page keeps Tab for itself, as the source does. The engine finds out what keys mean by a text widget
 /// that nobody sees: it would take the keyboard, with Control and Tab pass it on a second time, and open its
 /// own menu beside the page's.
-void PreviewWebView::leaveByKeys() {
+void WebKitPreviewView::leaveByKeys() {
     for (GtkWidget* child = gtk_widget_get_first_child(page_.gobj()); child != nullptr;
          child = gtk_widget_get_next_sibling(child)) {
         gtk_widget_set_can_focus(child, FALSE);
@@ -365,21 +367,26 @@ void PreviewWebView::leaveByKeys() {
     add_controller(keys);
 }
 
-void PreviewWebView::performMenuCommand(const std::string& command) {
+void WebKitPreviewView::performMenuCommand(Command command) {
     webkit_web_view_evaluate_javascript(
         webView(), "menuCommandFollows()", -1, bridgeWorld, nullptr, nullptr,
         +[](GObject* view, GAsyncResult* result, gpointer data) {
-            const std::unique_ptr<std::string> asked(static_cast<std::string*>(data));
+            const auto asked = static_cast<Command>(GPOINTER_TO_INT(data));
             // Nothing while a page is still being loaded.
             const GObjectReference<JSCValue> isMarked(
                 webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
-            if (isMarked && (*asked != deletion || jsc_value_to_boolean(isMarked.get()) != FALSE))
-                webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(view), asked->c_str());
+            if (isMarked && (asked != Command::remove || jsc_value_to_boolean(isMarked.get()) != FALSE))
+                webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(view), editingCommand(asked));
         },
-        std::make_unique<std::string>(command).release());
+        GINT_TO_POINTER(static_cast<int>(command)));
 }
 
-void PreviewWebView::endProcess() {
+bool WebKitPreviewView::hasSelection() const {
+    WebKitEditorState* state = webkit_web_view_get_editor_state(webView());
+    return webkit_editor_state_is_copy_available(state) != FALSE;
+}
+
+void WebKitPreviewView::endProcess() {
     webkit_web_view_terminate_web_process(webView());
 }
 

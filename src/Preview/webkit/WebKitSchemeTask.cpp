@@ -1,4 +1,4 @@
-#include "Preview/gtk/WebKitSchemeTask.hpp"
+#include "Preview/webkit/WebKitSchemeTask.hpp"
 
 #include "Platform/gtk/GObjectReference.hpp"
 
