@@ -1,6 +1,7 @@
 #include "Preview/webkit/PreviewWebContext.hpp"
 
 #include "Preview/PreviewSite.hpp"
+#include "Preview/webkit/EngineLoop.hpp"
 #include "Preview/webkit/WebKitSchemeTask.hpp"
 
 #include <string>
@@ -22,9 +23,19 @@ void answer(WebKitURISchemeRequest* request, gpointer) {
         task.didFailWithBadURL();
 }
 
+/// The engine takes the loop that is the thread's default when it is first used, for as long as the program
+/// runs.
+WebKitWebContext* makeContext() {
+    static const EngineLoop loop;
+    g_main_context_push_thread_default(loop.context());
+    WebKitWebContext* context = webkit_web_context_new();
+    g_main_context_pop_thread_default(loop.context());
+    return context;
+}
+
 } // namespace
 
-PreviewWebContext::PreviewWebContext() : context_(webkit_web_context_new()) {
+PreviewWebContext::PreviewWebContext() : context_(makeContext()) {
     const std::string scheme(PreviewSite::scheme);
     webkit_web_context_register_uri_scheme(context_.get(), scheme.c_str(), answer, nullptr, nullptr);
     WebKitSecurityManager* security = webkit_web_context_get_security_manager(context_.get());

@@ -118,7 +118,8 @@ TEST_F(EditMenuTest, CutsFromThePreviewAndPastesIntoItAndTheSourceFollows) {
     EXPECT_TRUE(waitUntil([&] { return text(window) == "<p>nsei</p>"; })) << text(window);
     markInPreview(window, 0, 2);
     chooseFromEditMenu(window, "Löschen");
-    EXPECT_TRUE(waitUntil([&] { return text(window) == "<p>ei</p>"; })) << text(window);
+    EXPECT_TRUE(waitUntil([&] { return text(window) == "<p>ei</p>"; }))
+        << text(window) << " and in the page " << inPreview(window, "document.body.innerHTML");
 }
 
 TEST_F(EditMenuTest, CutsAndPastesInThePreviewByKeys) {
