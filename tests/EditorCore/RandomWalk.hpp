@@ -45,6 +45,12 @@ public:
         return std::getenv("CORVANTA_LONG_TESTS") != nullptr ? 100'000 : usual;
     }
 
+    /// Where a walk starts from: another one whenever a test is repeated.
+    static unsigned nextSeed() {
+        static unsigned last = 0;
+        return ++last;
+    }
+
     void walk(int operations) {
         for (int step = 0; step < operations; ++step) {
             const int kind = takeStep();

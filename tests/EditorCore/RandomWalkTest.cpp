@@ -30,7 +30,7 @@ TEST(RandomWalk, KeepsModelViewAndColoursTogetherOnAString) {
                      [&] {
                          return view->storage.runs.overlapping({0, view->storage.length()});
                      }},
-                    5);
+                    RandomWalk::nextSeed());
     walk.walk(RandomWalk::operations(2000));
 }
 

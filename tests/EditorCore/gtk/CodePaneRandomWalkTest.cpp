@@ -40,7 +40,7 @@ TEST(CodePaneRandomWalk, KeepsModelViewAndColoursTogetherInTheRealView) {
                      [&] {
                          return view->textStorage().runs({0, view->textStorage().length()});
                      }},
-                    7);
+                    RandomWalk::nextSeed());
     walk.walk(RandomWalk::operations(1500));
     EXPECT_EQ(view->textView().get_buffer()->get_text().raw(), model.text->string());
     window.reset();
