@@ -151,11 +151,21 @@ void GtkTextStorage::erase(std::int64_t first, std::int64_t last) {
         Gtk::TextBuffer::iterator before = from;
         Gtk::TextBuffer::iterator behind = to;
         if (behind.forward_char())
-            buffer_->select_range(to, behind);
+            select(to, behind);
         else if (before.backward_char())
-            buffer_->select_range(before, from);
+            select(before, from);
     }
     buffer_->erase(from, to);
+}
+
+/// The caret comes to `caret`, or to the other end if that lies within a line end of two characters, which is
+/// no place for the text engine to draw it.
+void GtkTextStorage::select(const Gtk::TextBuffer::iterator& caret, const Gtk::TextBuffer::iterator& other) {
+    Gtk::TextBuffer::iterator before = caret;
+    if (caret.get_char() == '\n' && before.backward_char() && before.get_char() == '\r')
+        buffer_->select_range(other, caret);
+    else
+        buffer_->select_range(caret, other);
 }
 
 void GtkTextStorage::replaceText(const SharedText& text) {

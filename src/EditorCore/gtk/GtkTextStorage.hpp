@@ -118,6 +118,7 @@ private:
     void bufferWillInsert(const Gtk::TextBuffer::iterator& at, const Glib::ustring& inserted);
     void bufferWillErase(const Gtk::TextBuffer::iterator& first, const Gtk::TextBuffer::iterator& last);
     void erase(std::int64_t first, std::int64_t last);
+    void select(const Gtk::TextBuffer::iterator& caret, const Gtk::TextBuffer::iterator& other);
     void recordChange(std::int64_t firstByte, std::int64_t lastByte);
     void show(std::span<const SyntaxSpan> wanted, TextRange range);
     void applyColor(const Paint& paint) const;

@@ -94,5 +94,16 @@ TEST_F(HeldSelectionTest, StaysWhenTypingOverAllTextIsTakenBack) {
     EXPECT_TRUE(becomes("y"));
 }
 
+// The text engine complains of a caret within a line end, and the tests end then.
+TEST_F(HeldSelectionTest, IsNeverBesideALineEndOfTwoCharactersWithTheCaretInIt) {
+    open("x\r\nabc");
+    keyboard.press("Control+End");
+    keyboard.press("Shift+Home");
+    ASSERT_TRUE(selects({3, 3}));
+    view->textView().insertText("", {3, 3});
+    EXPECT_TRUE(becomes("x\r\n"));
+    EXPECT_TRUE(selects({3, 0}));
+}
+
 } // namespace
 } // namespace corvanta
