@@ -5,7 +5,7 @@
 #include "Platform/gtk/SignalConnection.hpp"
 #include "Preview/PreviewSchemeHandler.hpp"
 #include "Preview/SharedMimeInfo.hpp"
-#include "Preview/webkit/PreviewWebContext.hpp"
+#include "Preview/gtk/webkit/PreviewWebContext.hpp"
 
 #include <webkit/webkit.h>
 

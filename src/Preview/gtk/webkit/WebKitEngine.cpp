@@ -1,6 +1,6 @@
-#include "Preview/webkit/WebKitEngine.hpp"
+#include "Preview/gtk/webkit/WebKitEngine.hpp"
 
-#include "Preview/webkit/WebKitPreviewView.hpp"
+#include "Preview/gtk/webkit/WebKitPreviewView.hpp"
 
 namespace corvanta {
 

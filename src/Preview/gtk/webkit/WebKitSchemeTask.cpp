@@ -1,4 +1,4 @@
-#include "Preview/webkit/WebKitSchemeTask.hpp"
+#include "Preview/gtk/webkit/WebKitSchemeTask.hpp"
 
 #include "Platform/gtk/GObjectReference.hpp"
 

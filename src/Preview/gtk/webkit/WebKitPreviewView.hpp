@@ -4,10 +4,10 @@
 #include "Platform/gtk/SignalConnection.hpp"
 #include "Preview/PreviewSchemeHandler.hpp"
 #include "Preview/gtk/PreviewWebView.hpp"
-#include "Preview/webkit/HeldPicture.hpp"
-#include "Preview/webkit/PageMenu.hpp"
-#include "Preview/webkit/PreviewWebContext.hpp"
-#include "Preview/webkit/RenderNode.hpp"
+#include "Preview/gtk/webkit/HeldPicture.hpp"
+#include "Preview/gtk/webkit/PageMenu.hpp"
+#include "Preview/gtk/webkit/PreviewWebContext.hpp"
+#include "Preview/gtk/webkit/RenderNode.hpp"
 
 #include <gtkmm/snapshot.h>
 #include <gtkmm/widget.h>

@@ -1,4 +1,4 @@
-#include "Preview/webkit/EngineLoop.hpp"
+#include "Preview/gtk/webkit/EngineLoop.hpp"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

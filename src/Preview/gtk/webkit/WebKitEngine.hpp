@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Preview/gtk/WebEngine.hpp"
-#include "Preview/webkit/PreviewWebContext.hpp"
+#include "Preview/gtk/webkit/PreviewWebContext.hpp"
 
 namespace corvanta {
 

@@ -1,9 +1,9 @@
-#include "Preview/webkit/WebKitPreviewView.hpp"
+#include "Preview/gtk/webkit/WebKitPreviewView.hpp"
 
 #include "PageScript.hpp"
 #include "PageStart.hpp"
-#include "Preview/webkit/EditingCommands.hpp"
-#include "Preview/webkit/WebKitBridgeMessage.hpp"
+#include "Preview/gtk/webkit/EditingCommands.hpp"
+#include "Preview/gtk/webkit/WebKitBridgeMessage.hpp"
 
 #include <fmt/format.h>
 #include <glibmm/main.h>

@@ -1,8 +1,8 @@
-#include "Preview/webkit/PreviewWebContext.hpp"
+#include "Preview/gtk/webkit/PreviewWebContext.hpp"
 
 #include "Preview/PreviewSite.hpp"
-#include "Preview/webkit/EngineLoop.hpp"
-#include "Preview/webkit/WebKitSchemeTask.hpp"
+#include "Preview/gtk/webkit/EngineLoop.hpp"
+#include "Preview/gtk/webkit/WebKitSchemeTask.hpp"
 
 #include <string>
 

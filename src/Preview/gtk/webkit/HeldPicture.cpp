@@ -1,6 +1,6 @@
-#include "Preview/webkit/HeldPicture.hpp"
+#include "Preview/gtk/webkit/HeldPicture.hpp"
 
-#include "Preview/webkit/RenderNode.hpp"
+#include "Preview/gtk/webkit/RenderNode.hpp"
 
 namespace corvanta {
 

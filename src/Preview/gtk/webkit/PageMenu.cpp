@@ -1,7 +1,7 @@
-#include "Preview/webkit/PageMenu.hpp"
+#include "Preview/gtk/webkit/PageMenu.hpp"
 
 #include "DesignSystem/t.hpp"
-#include "Preview/webkit/EditingCommands.hpp"
+#include "Preview/gtk/webkit/EditingCommands.hpp"
 
 namespace corvanta {
 

@@ -1,4 +1,4 @@
-#include "Preview/webkit/WebKitBridgeMessage.hpp"
+#include "Preview/gtk/webkit/WebKitBridgeMessage.hpp"
 
 #include "Platform/gtk/GObjectReference.hpp"
 
