@@ -27,7 +27,7 @@ public:
     void applicationDidFinishLaunching();
 
     /// Never: the offer alone decides about blank windows.
-    bool applicationShouldOpenUntitledFile() const { return false; }
+    static bool applicationShouldOpenUntitledFile() { return false; }
 
     /// The user turned to the running program, for example by its icon. Always true: the shell goes on as
     /// usual.

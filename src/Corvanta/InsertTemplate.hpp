@@ -18,8 +18,8 @@ struct InsertTemplate {
 };
 
 inline constexpr std::array<InsertTemplate, 9> InsertTemplate::all{{
-    {"Link", "<a href=\"\"></a>", 9},
-    {"Bild", "<img src=\"\" alt=\"\">", 10},
+    {"Link", R"(<a href=""></a>)", 9},
+    {"Bild", R"(<img src="" alt="">)", 10},
     {"Div-Container", "<div>\n\t\n</div>", 7},
     {"Span", "<span></span>", 6},
     {"Liste", "<ul>\n\t<li></li>\n\t<li></li>\n\t<li></li>\n</ul>", 9},

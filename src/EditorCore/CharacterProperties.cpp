@@ -4,7 +4,7 @@
 
 namespace corvanta {
 
-constinit std::array<std::uint8_t, 0x110000> CharacterProperties::remembered{};
+constinit std::array<std::uint8_t, 0x110000> CharacterProperties::remembered_{};
 
 CharacterProperties CharacterProperties::lookedUp(char32_t character) {
     const auto codePoint = static_cast<UChar32>(character);
@@ -19,7 +19,7 @@ CharacterProperties CharacterProperties::lookedUp(char32_t character) {
 
 CharacterProperties CharacterProperties::remember(char32_t character) {
     const CharacterProperties properties = lookedUp(character);
-    std::atomic_ref(remembered[character]).store(properties.bits_, std::memory_order_relaxed);
+    std::atomic_ref(remembered_[character]).store(properties.bits_, std::memory_order_relaxed);
     return properties;
 }
 

@@ -15,9 +15,9 @@ namespace corvanta {
 class CharacterProperties {
 public:
     static CharacterProperties of(char32_t character) {
-        if (character >= remembered.size())
+        if (character >= remembered_.size())
             return lookedUp(character);
-        const std::uint8_t bits = std::atomic_ref(remembered[character]).load(std::memory_order_relaxed);
+        const std::uint8_t bits = std::atomic_ref(remembered_[character]).load(std::memory_order_relaxed);
         return bits != 0 ? CharacterProperties(bits) : remember(character);
     }
 
@@ -50,7 +50,7 @@ private:
 
     /// 0 for what nobody has asked for. Memory is taken for the scripts that pages are written in, no more:
     /// the system gives it when it is first written to.
-    static constinit std::array<std::uint8_t, 0x110000> remembered;
+    static constinit std::array<std::uint8_t, 0x110000> remembered_;
 
     std::uint8_t bits_;
 };

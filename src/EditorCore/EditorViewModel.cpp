@@ -15,27 +15,27 @@ EditorViewModel::EditorViewModel(SharedText initialText) : text(std::move(initia
     });
 }
 
-void EditorViewModel::showFindBar() {
+void EditorViewModel::showFindBar() const {
     performFindPanelAction(FindPanelAction::showFindPanel, true);
 }
 
-void EditorViewModel::showReplaceBar() {
+void EditorViewModel::showReplaceBar() const {
     performFindPanelAction(FindPanelAction::showReplaceInterface, true);
 }
 
-void EditorViewModel::findNext() {
+void EditorViewModel::findNext() const {
     performFindPanelAction(FindPanelAction::next, false);
 }
 
-void EditorViewModel::findPrevious() {
+void EditorViewModel::findPrevious() const {
     performFindPanelAction(FindPanelAction::previous, false);
 }
 
-void EditorViewModel::useSelectionForFind() {
+void EditorViewModel::useSelectionForFind() const {
     performFindPanelAction(FindPanelAction::setFindString, false);
 }
 
-void EditorViewModel::performFindPanelAction(FindPanelAction action, bool takesFocus) {
+void EditorViewModel::performFindPanelAction(FindPanelAction action, bool takesFocus) const {
     const std::shared_ptr<TextView> view = textView.lock();
     if (!view)
         return;
@@ -62,7 +62,7 @@ void EditorViewModel::insertAtCursor(std::string_view inserted, std::optional<st
     view->makeFirstResponder();
 }
 
-void EditorViewModel::toggleComment() {
+void EditorViewModel::toggleComment() const {
     const std::shared_ptr<TextView> view = textView.lock();
     if (!view)
         return;

@@ -42,11 +42,11 @@ public:
     /// What the user did to the text. Empty again after a change that no view has seen.
     UndoHistory undoHistory;
 
-    void showFindBar();
-    void showReplaceBar();
-    void findNext();
-    void findPrevious();
-    void useSelectionForFind();
+    void showFindBar() const;
+    void showReplaceBar() const;
+    void findNext() const;
+    void findPrevious() const;
+    void useSelectionForFind() const;
 
     /// Reformats the whole text. Publishes it also when nothing changes.
     void reformatIndentation();
@@ -57,10 +57,10 @@ public:
     void insertAtCursor(std::string_view inserted, std::optional<std::int64_t> cursorOffset);
 
     /// Turns the selection into a comment of HTML, or such a comment back into text.
-    void toggleComment();
+    void toggleComment() const;
 
 private:
-    void performFindPanelAction(FindPanelAction action, bool takesFocus);
+    void performFindPanelAction(FindPanelAction action, bool takesFocus) const;
 
     Subscription changedUnseen_;
 };

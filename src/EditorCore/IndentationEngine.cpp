@@ -328,7 +328,8 @@ private:
 } // namespace
 
 std::string IndentationEngine::indentForNewLine(std::string_view precedingText) {
-    return std::string(IndentationScan(precedingText).depth(), '\t');
+    std::string tabs(IndentationScan(precedingText).depth(), '\t');
+    return tabs;
 }
 
 std::string IndentationEngine::reformat(std::string_view text) {

@@ -97,7 +97,7 @@ constexpr const char* adopted = "documents: adopted the blank window opened at l
 constexpr const char* closedOne = "documents: file opened — closing 1 untouched empty window(s)";
 
 TEST_F(AppDelegateTest, LeavesBlankWindowsToTheOffer) {
-    EXPECT_FALSE(delegate.applicationShouldOpenUntitledFile());
+    EXPECT_FALSE(AppDelegate::applicationShouldOpenUntitledFile());
 }
 
 TEST_F(AppDelegateTest, OffersABlankDocumentThreeTenthsOfASecondAfterTheLaunch) {

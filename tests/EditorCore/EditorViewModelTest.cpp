@@ -66,7 +66,7 @@ TEST_F(EditorViewModelTest, AsksTheViewsFindBarByTag) {
 }
 
 TEST_F(EditorViewModelTest, GivesTheViewTheFocusBeforeItsFindBarIsShownAndOnlyThen) {
-    const std::vector<std::pair<void (EditorViewModel::*)(), bool>> operations{
+    const std::vector<std::pair<void (EditorViewModel::*)() const, bool>> operations{
         {&EditorViewModel::showFindBar, true},
         {&EditorViewModel::showReplaceBar, true},
         {&EditorViewModel::findNext, false},

@@ -1,5 +1,6 @@
 #include "Corvanta/gtk/AboutWindow.hpp"
 
+#include "Corvanta/Unterstuetzung.hpp"
 #include "DesignSystem/Mass.hpp"
 #include "DesignSystem/t.hpp"
 
@@ -24,9 +25,8 @@ Gtk::Label& centred(const std::string& text, const char* styleClass) {
 
 } // namespace
 
-AboutWindow::AboutWindow(AboutModel& model, const Unterstuetzung& unterstuetzung, Workspace& workspace)
+AboutWindow::AboutWindow(AboutModel& model, Workspace& workspace)
     : model_(model),
-      unterstuetzung_(unterstuetzung),
       workspace_(workspace),
       column_(Gtk::Orientation::VERTICAL, Mass::klein),
       result_(Gtk::Orientation::HORIZONTAL, Mass::knapp) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Corvanta/AboutModel.hpp"
-#include "Corvanta/Unterstuetzung.hpp"
 #include "Platform/Subscription.hpp"
 #include "Platform/Workspace.hpp"
 
@@ -17,8 +16,8 @@ namespace corvanta {
 /// What the program is, whether there is a newer version, and how to support it.
 class AboutWindow : public Gtk::Window {
 public:
-    /// All of them outlive the window.
-    AboutWindow(AboutModel& model, const Unterstuetzung& unterstuetzung, Workspace& workspace);
+    /// Both outlive the window.
+    AboutWindow(AboutModel& model, Workspace& workspace);
 
 private:
     void addProduct();
@@ -28,7 +27,6 @@ private:
     void show(const char* symbol, const std::string& text);
 
     AboutModel& model_;
-    const Unterstuetzung& unterstuetzung_;
     Workspace& workspace_;
 
     Gtk::Box column_;

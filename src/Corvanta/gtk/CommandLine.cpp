@@ -9,9 +9,11 @@
 
 #include <giomm/dbuserror.h>
 #include <giomm/file.h>
+#include <glibmm/variant.h>
 
 #include <iostream>
 #include <iterator>
+#include <tuple>
 #include <utility>
 
 namespace corvanta {
@@ -29,30 +31,17 @@ constexpr const char* goToLineAction = "go-to-line";
 
 /// Bytes, because neither a text nor a path need be UTF-8.
 constexpr const char* bytesType = "ay";
-constexpr const char* pathAndLineType = "(ayi)";
+using PathAndLine = Glib::Variant<std::tuple<std::string, int>>;
 
 /// What the bus carries in one message, in bytes, less some room for the rest of the message.
-constexpr std::size_t largestInput = 127U * 1024U * 1024U;
+constexpr std::size_t largestInput = std::size_t{127} * 1024 * 1024;
 
 Glib::VariantBase variantOf(const std::string& bytes) {
     return Glib::wrap(g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1), false);
 }
 
-Glib::VariantBase variantOf(const std::string& path, int line) {
-    return Glib::wrap(g_variant_new("(^ayi)", path.c_str(), line), false);
-}
-
 std::string_view bytesOf(const Glib::VariantBase& variant) {
-    gsize size = 0;
-    const void* bytes = g_variant_get_fixed_array(const_cast<GVariant*>(variant.gobj()), &size, sizeof(char));
-    return {static_cast<const char*>(bytes), size};
-}
-
-std::pair<std::string, int> pathAndLineOf(const Glib::VariantBase& variant) {
-    const char* path = nullptr;
-    gint32 line = 0;
-    g_variant_get(const_cast<GVariant*>(variant.gobj()), "(^&ayi)", &path, &line);
-    return {path, line};
+    return {static_cast<const char*>(variant.get_data()), variant.get_size()};
 }
 
 /// Not as the toolkit takes words for files: to it "seite.html:12" is a URI.
@@ -81,7 +70,7 @@ void openFiles(Gio::Application& program, const std::vector<LaunchArguments::Fil
     for (std::size_t number = 0; number < files.size(); ++number) {
         if (files[number].line)
             program.activate_action(goToLineAction,
-                                    variantOf(opened[number]->get_path(), *files[number].line));
+                                    PathAndLine::create({opened[number]->get_path(), *files[number].line}));
     }
 }
 
@@ -117,9 +106,9 @@ void CommandLine::addActions(Gio::ActionMap& program, Services services) {
         openNewAction, Glib::VariantType(bytesType),
         [openNew = std::move(services.openNew)](const Glib::VariantBase& bytes) { openNew(bytesOf(bytes)); });
     program.add_action_with_parameter(
-        goToLineAction, Glib::VariantType(pathAndLineType),
+        goToLineAction, PathAndLine::variant_type(),
         [goToLine = std::move(services.goToLine)](const Glib::VariantBase& parameter) {
-            const auto [path, line] = pathAndLineOf(parameter);
+            const auto [path, line] = Glib::VariantBase::cast_dynamic<PathAndLine>(parameter).get();
             goToLine(path, line);
         });
 }

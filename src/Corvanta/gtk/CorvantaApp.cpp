@@ -177,7 +177,7 @@ AuxiliaryWindows::Makers CorvantaApp::auxiliaryWindowMakers() {
                                                         *claudeAssistant_, workspace_);
             },
             [] { return std::make_unique<HelpWindow>(); }, [] { return std::make_unique<ShortcutsWindow>(); },
-            [this] { return std::make_unique<AboutWindow>(aboutModel_, unterstuetzung_, workspace_); }};
+            [this] { return std::make_unique<AboutWindow>(aboutModel_, workspace_); }};
 }
 
 void CorvantaApp::addFileActions() {

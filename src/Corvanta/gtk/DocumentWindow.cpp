@@ -308,11 +308,12 @@ void DocumentWindow::askBeforeQuitting(const std::function<void()>& whenAnswered
 }
 
 bool DocumentWindow::closeRequested() {
-    if (document_.isEdited())
+    if (document_.isEdited()) {
         questions_.askBeforeClosing(
             displayName(), [this] { saveThen([this] { closeForGood(); }); }, [this] { closeForGood(); });
-    else
+    } else {
         closeForGood();
+    }
     return true;
 }
 

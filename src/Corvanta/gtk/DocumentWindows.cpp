@@ -15,9 +15,12 @@ namespace corvanta {
 
 namespace {
 
+/// In bytes.
+constexpr std::uintmax_t megabyte = std::uintmax_t{1024} * 1024;
+
 /// A file larger than this, in bytes, is opened only after a question: it takes time and a multiple of its
 /// size.
-constexpr std::uintmax_t largeFile = 64U * 1024U * 1024U;
+constexpr std::uintmax_t largeFile = 64 * megabyte;
 
 constexpr const char* nextWindow = "next-window";
 constexpr const char* previousWindow = "previous-window";
@@ -56,7 +59,7 @@ void DocumentWindows::openDocument(const std::filesystem::path& path) {
         return;
     }
     windowForDialogs().questions().ask(
-        t("„%@“ ist %lld MB groß. Trotzdem öffnen?", path.filename().string(), size / (1024 * 1024)),
+        t("„%@“ ist %lld MB groß. Trotzdem öffnen?", path.filename().string(), size / megabyte),
         t("Das Öffnen kann lange dauern und braucht ein Vielfaches davon an Arbeitsspeicher."), t("Öffnen"),
         [this, path] { read(path); });
 }
@@ -260,10 +263,11 @@ void DocumentWindows::addTurningActions(DocumentWindow& window) {
 }
 
 void DocumentWindows::listWindows() {
-    for (const Entry& entry : entries_)
+    for (const Entry& entry : entries_) {
         for (const char* turning : {nextWindow, previousWindow})
             std::dynamic_pointer_cast<Gio::SimpleAction>(entry.window->lookup_action(turning))
                 ->set_enabled(entries_.size() > 1);
+    }
     services_.openWindows->remove_all();
     std::size_t number = 0;
     for (const Entry& entry : entries_)

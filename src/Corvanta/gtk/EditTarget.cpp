@@ -52,11 +52,12 @@ void EditTarget::followFocus() {
         remember(focus);
     // A menu that closes leaves the keyboard in the menu bar, where it came from another menu or from the
     // text. Whether one of its neighbours opens instead is known only later.
-    if (wasInMenu_ && isInMenuBar(focus))
+    if (wasInMenu_ && isInMenuBar(focus)) {
         menuClosed_ = Glib::signal_idle().connect([this] {
             returnFromMenu();
             return false;
         });
+    }
     wasInMenu_ = focus == nullptr ? wasInMenu_ : gtk_widget_get_ancestor(focus, GTK_TYPE_POPOVER) != nullptr;
     selectionChanged_.emit();
 }
@@ -79,12 +80,11 @@ void EditTarget::remember(GtkWidget* widget) {
 }
 
 SignalConnection EditTarget::followSelection(gpointer object, const char* signal) {
-    return SignalConnection(
-        object, signal,
-        +[](GObject*, GParamSpec*, gpointer self) {
-            static_cast<EditTarget*>(self)->selectionChanged_.emit();
-        },
-        this);
+    return {object, signal,
+            +[](GObject*, GParamSpec*, gpointer self) {
+                static_cast<EditTarget*>(self)->selectionChanged_.emit();
+            },
+            this};
 }
 
 GtkWidget* EditTarget::target() const {

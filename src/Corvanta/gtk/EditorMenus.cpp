@@ -18,7 +18,7 @@ constexpr const char* productName = "Corvanta";
 constexpr std::string_view commandBeforeRecentFiles = "app.open";
 
 Glib::RefPtr<Gio::MenuItem> itemOf(const MenuCommand& command) {
-    const auto item =
+    auto item =
         Gio::MenuItem::create(EditorMenus::label(t(command.title, productName)), std::string(command.action));
     // The toolkit shows the shortcuts that it handles; this one only the focused widget does.
     if (command.isForFocus)

@@ -17,7 +17,7 @@ FileDrop::FileDrop(Gtk::Widget& widget, std::function<void(const std::filesystem
     dropped_ = SignalConnection(
         target_, "drop",
         +[](GtkDropTarget*, const GValue* files, double, double, gpointer self) -> gboolean {
-            return static_cast<FileDrop*>(self)->take(files);
+            return static_cast<FileDrop*>(self)->take(files) ? TRUE : FALSE;
         },
         this);
     gtk_widget_add_controller(widget.gobj(), GTK_EVENT_CONTROLLER(target_));

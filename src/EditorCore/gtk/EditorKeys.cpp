@@ -32,7 +32,7 @@ EditorKeys::EditorKeys(IndentingTextView& view) : view_(view) {
     view_.add_controller(controller);
 }
 
-bool EditorKeys::takeKey(guint key, Gdk::ModifierType modifiers, const Gtk::EventControllerKey& controller) {
+bool EditorKeys::takeKey(guint key, Gdk::ModifierType modifiers, Gtk::EventControllerKey& controller) {
     view_.textStorage().complete();
     const bool control = (modifiers & Gdk::ModifierType::CONTROL_MASK) != Gdk::ModifierType{};
     const bool shift = (modifiers & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType{};
@@ -94,9 +94,8 @@ bool EditorKeys::goToFirstNonBlank(bool selects) {
 }
 
 /// An input method may want Return for itself, to take what is being composed.
-bool EditorKeys::isForInputMethod(const Gtk::EventControllerKey& controller) {
-    GdkEvent* event = gtk_event_controller_get_current_event(
-        const_cast<GtkEventController*>(controller.Gtk::EventController::gobj()));
+bool EditorKeys::isForInputMethod(Gtk::EventControllerKey& controller) {
+    GdkEvent* event = gtk_event_controller_get_current_event(controller.Gtk::EventController::gobj());
     return event != nullptr && gtk_text_view_im_context_filter_keypress(view_.gobj(), event) != FALSE;
 }
 

@@ -14,8 +14,8 @@ public:
     explicit EditorKeys(IndentingTextView& view);
 
 private:
-    bool takeKey(guint key, Gdk::ModifierType modifiers, const Gtk::EventControllerKey& controller);
-    bool isForInputMethod(const Gtk::EventControllerKey& controller);
+    bool takeKey(guint key, Gdk::ModifierType modifiers, Gtk::EventControllerKey& controller);
+    bool isForInputMethod(Gtk::EventControllerKey& controller);
     bool goToFirstNonBlank(bool selects);
 
     IndentingTextView& view_;

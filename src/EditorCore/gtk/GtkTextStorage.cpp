@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <ranges>
 #include <string_view>
 
 namespace corvanta {
@@ -11,8 +10,8 @@ namespace corvanta {
 namespace {
 
 Gdk::RGBA rgba(const Color& color) {
-    return Gdk::RGBA(static_cast<float>(color.red) / 255.0F, static_cast<float>(color.green) / 255.0F,
-                     static_cast<float>(color.blue) / 255.0F);
+    return {static_cast<float>(color.red) / 255.0F, static_cast<float>(color.green) / 255.0F,
+            static_cast<float>(color.blue) / 255.0F};
 }
 
 /// How many bytes of `text` to begin with: all of it unless that takes longer than a frame, or else far more
@@ -273,10 +272,10 @@ void GtkTextStorage::show(std::span<const SyntaxSpan> wanted, TextRange range) {
     for (const Paint& paint : paints_)
         buffer_->remove_tag(paint.tag, place(range.location), place(range.end()));
     // From the end, so that the buffer finds each place and the tag's next end after few of these pieces.
-    for (const SyntaxSpan& run : std::views::reverse(wanted)) {
-        const std::int64_t from = std::max(run.range.location, range.location);
-        const std::int64_t to = std::min(run.range.end(), range.end());
-        buffer_->apply_tag(paints_[index(run.token)].tag, place(from), place(to));
+    for (auto run = wanted.rbegin(); run != wanted.rend(); ++run) {
+        const std::int64_t from = std::max(run->range.location, range.location);
+        const std::int64_t to = std::min(run->range.end(), range.end());
+        buffer_->apply_tag(paints_[index(run->token)].tag, place(from), place(to));
     }
     buffer_->remove_tag(fence_, place(range.location), place(range.end()));
     isPainting_ = false;

@@ -36,7 +36,7 @@ public:
     TextRange selectedRange() const override;
     void setSelectedRange(TextRange range) override;
     void revealSelection() override;
-    void insertText(std::string_view text, TextRange replacementRange) override;
+    void insertText(std::string_view inserted, TextRange replacementRange) override;
     bool replaceWholeText(const SharedText& text) override;
     void performFindPanelAction(FindPanelAction action) override { findPanelAction_.emit(action); }
     bool isFirstResponder() const override;

@@ -53,11 +53,12 @@ VisiblePainter::Stretch VisiblePainter::extended(Stretch stretch, int count) {
         stretch.first.backward_chars(std::min(count, stretch.first.get_line_offset()));
     else
         stretch.first.set_line_offset(0);
-    if (isLong(stretch.last))
+    if (isLong(stretch.last)) {
         stretch.last.forward_chars(
             std::min(count, stretch.last.get_chars_in_line() - stretch.last.get_line_offset()));
-    else
+    } else {
         stretch.last = endOfLine(stretch.last);
+    }
     return stretch;
 }
 

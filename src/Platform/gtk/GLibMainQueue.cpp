@@ -10,7 +10,7 @@ namespace {
 
 class Timeout final : public MainQueue::Handle {
 public:
-    explicit Timeout(sigc::connection connection) : connection_(std::move(connection)) {}
+    explicit Timeout(const sigc::connection& connection) : connection_(connection) {}
 
 private:
     Subscription connection_;

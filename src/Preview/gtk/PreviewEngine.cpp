@@ -4,6 +4,7 @@
 
 #include <glib.h>
 
+#include <algorithm>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -15,11 +16,10 @@ namespace {
 /// Whether there is a graphics processor that programs may draw with.
 bool hasGraphicsProcessor() {
     std::error_code error;
-    for (const auto& device : std::filesystem::directory_iterator("/dev/dri", error)) {
-        if (device.path().filename().string().starts_with("renderD"))
-            return true;
-    }
-    return false;
+    return std::ranges::any_of(std::filesystem::directory_iterator("/dev/dri", error),
+                               [](const std::filesystem::directory_entry& device) {
+                                   return device.path().filename().string().starts_with("renderD");
+                               });
 }
 
 /// Without a graphics processor the engine would imitate one to draw a page, which takes several times as

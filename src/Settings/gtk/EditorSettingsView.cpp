@@ -54,7 +54,7 @@ void EditorSettingsView::addTheme(AdwPreferencesGroup* group) {
 
 void EditorSettingsView::showTheme() {
     const auto& themes = EditorTheme::all();
-    const auto shown = std::ranges::find(themes, &EditorTheme::theme(*settings_.editorThemeID));
+    const auto* const shown = std::ranges::find(themes, &EditorTheme::theme(*settings_.editorThemeID));
     adw_combo_row_set_selected(theme_, static_cast<guint>(shown - themes.begin()));
 }
 

@@ -1,5 +1,4 @@
 #include "Corvanta/AboutModel.hpp"
-#include "Corvanta/Unterstuetzung.hpp"
 #include "Corvanta/gtk/AboutWindow.hpp"
 #include "Corvanta/gtk/DocumentToolbar.hpp"
 #include "Corvanta/gtk/EditorMenus.hpp"
@@ -51,7 +50,6 @@ protected:
     ClaudeAssistantViewModel assistant{keychainManager};
     SilentFetch fetch;
     AboutModel about{fetch, log, settings};
-    Unterstuetzung unterstuetzung{"1.0", "Linux", [] { return std::string("en"); }};
 };
 
 TEST_F(InterfaceLanguageTest, HasAnEnglishCatalogue) {
@@ -76,7 +74,7 @@ TEST_F(InterfaceLanguageTest, IsEnglishInTheListOfShortcuts) {
 }
 
 TEST_F(InterfaceLanguageTest, IsEnglishInTheAboutWindow) {
-    AboutWindow window(about, unterstuetzung, workspace);
+    AboutWindow window(about, workspace);
     expectEnglish(window);
 }
 

@@ -94,8 +94,7 @@ TEST_P(OtherTextsFitTest, InTheAboutWindowWhateverBecameOfTheUpdate) {
     InMemoryUserDefaults userDefaults;
     const AppSettings settings{userDefaults};
     AboutModel model{fetch, log, settings};
-    const Unterstuetzung unterstuetzung{"1.0", "Linux", [] { return std::string("en"); }};
-    AboutWindow window{model, unterstuetzung, workspace};
+    AboutWindow window{model, workspace};
     window.present();
     EXPECT_TRUE(showsAllTextsWhole(window));
     model.update.isChecking = true;

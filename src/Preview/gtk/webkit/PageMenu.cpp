@@ -29,7 +29,7 @@ PageMenu::PageMenu(WebKitWebView* view, const Perform& perform) {
     menuAsked_ = SignalConnection(
         view, "context-menu",
         +[](WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer self) -> gboolean {
-            return static_cast<PageMenu*>(self)->replace(menu);
+            return static_cast<PageMenu*>(self)->replace(menu) ? TRUE : FALSE;
         },
         this);
 }

@@ -96,7 +96,7 @@ void WebKitPreviewView::hear(const char* name,
     webkit_user_content_manager_register_script_message_handler(content, name, bridgeWorld);
 }
 
-void WebKitPreviewView::installPageScript(const std::optional<ScrollOffset>& scroll) {
+void WebKitPreviewView::installPageScript(const std::optional<ScrollOffset>& scroll) const {
     WebKitUserContentManager* content = webkit_web_view_get_user_content_manager(webView());
     webkit_user_content_manager_remove_all_scripts(content);
     addScript(content, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, pageStart);
@@ -126,8 +126,10 @@ void WebKitPreviewView::refuse(const char* signal, Handler* handler) {
 void WebKitPreviewView::refuseWhatAPageMayNotDo() {
     connections_.emplace_back(
         webView(), "decide-policy",
-        +[](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type, gpointer self)
-            -> gboolean { return static_cast<WebKitPreviewView*>(self)->decide(decision, type); },
+        +[](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
+            gpointer self) -> gboolean {
+            return static_cast<WebKitPreviewView*>(self)->decide(decision, type) ? TRUE : FALSE;
+        },
         this);
     refuse(
         "permission-request", +[](WebKitWebView*, WebKitPermissionRequest* request, gpointer) -> gboolean {
@@ -277,7 +279,7 @@ void WebKitPreviewView::takePicture() {
     }
 }
 
-void WebKitPreviewView::pictureCame() {
+void WebKitPreviewView::pictureCame() const {
     if (isCommitted_)
         events_.didLayOut();
 }

@@ -39,7 +39,7 @@ public:
 
     void performMenuCommand(Command command) override;
     bool hasSelection() const override;
-    WebKitWebView* webView() const override { return WEBKIT_WEB_VIEW(const_cast<GtkWidget*>(page_.gobj())); }
+    WebKitWebView* webView() const override { return page_.webView(); }
 
 protected:
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
@@ -49,11 +49,13 @@ private:
     class Page : public Gtk::Widget {
     public:
         explicit Page(GtkWidget* widget) : Gtk::Widget(widget) {}
+
+        WebKitWebView* webView() const { return WEBKIT_WEB_VIEW(gobject_); }
     };
 
     void hearThePageScript();
-    void hear(const char* signal, void (*handler)(WebKitUserContentManager*, JSCValue*, gpointer));
-    void installPageScript(const std::optional<ScrollOffset>& scroll);
+    void hear(const char* name, void (*handler)(WebKitUserContentManager*, JSCValue*, gpointer));
+    void installPageScript(const std::optional<ScrollOffset>& scroll) const;
     void refuseWhatAPageMayNotDo();
     template <typename Handler>
     void refuse(const char* signal, Handler* handler);
@@ -63,7 +65,7 @@ private:
     void loadChanged(WebKitLoadEvent event);
     void laidOut(const BridgeMessage& message);
     void takePicture();
-    void pictureCame();
+    void pictureCame() const;
     void linkClicked(const BridgeMessage& message) const;
     bool decide(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) const;
     bool isShownPage(const char* url) const;
