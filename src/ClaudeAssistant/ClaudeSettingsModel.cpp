@@ -17,10 +17,10 @@ constexpr std::array<std::string_view, 25> whiteSpace{
 std::string_view trimmed(std::string_view text) {
     const auto atStart = [&text](std::string_view space) { return text.starts_with(space); };
     const auto atEnd = [&text](std::string_view space) { return text.ends_with(space); };
-    for (auto space = std::ranges::find_if(whiteSpace, atStart); space != whiteSpace.end();
+    for (const auto* space = std::ranges::find_if(whiteSpace, atStart); space != whiteSpace.end();
          space = std::ranges::find_if(whiteSpace, atStart))
         text.remove_prefix(space->size());
-    for (auto space = std::ranges::find_if(whiteSpace, atEnd); space != whiteSpace.end();
+    for (const auto* space = std::ranges::find_if(whiteSpace, atEnd); space != whiteSpace.end();
          space = std::ranges::find_if(whiteSpace, atEnd))
         text.remove_suffix(space->size());
     return text;

@@ -10,9 +10,9 @@
 namespace corvanta {
 
 DocumentController::DocumentController(const FileManager& fileManager, UserDefaults& defaults,
-                                       const OpenDocument::Services& services, OutsideObserver observer)
+                                       OpenDocument::Services services, OutsideObserver observer)
     : fileManager_(fileManager),
-      services_(services),
+      services_(std::move(services)),
       observer_(std::move(observer)),
       recentDocuments_(defaults) {}
 
@@ -49,9 +49,9 @@ OpenDocument& DocumentController::duplicate(const OpenDocument& original) {
     return add(original.duplicate());
 }
 
-OpenDocument& DocumentController::openUnsaved(std::string text) {
+OpenDocument& DocumentController::openUnsaved(const std::string& text) {
     OpenDocument document;
-    document.document.text = std::move(text);
+    document.document.text = text;
     return add(document.duplicate());
 }
 

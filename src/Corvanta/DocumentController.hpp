@@ -24,7 +24,7 @@ public:
 
     /// The arguments outlive the controller.
     DocumentController(const FileManager& fileManager, UserDefaults& defaults,
-                       const OpenDocument::Services& services, OutsideObserver observer);
+                       OpenDocument::Services services, OutsideObserver observer);
     DocumentController(const DocumentController&) = delete;
     DocumentController& operator=(const DocumentController&) = delete;
 
@@ -46,7 +46,7 @@ public:
     OpenDocument& duplicate(const OpenDocument& original);
 
     /// A new document with a text that is in no file.
-    OpenDocument& openUnsaved(std::string text);
+    OpenDocument& openUnsaved(const std::string& text);
 
     /// The documents that a dead process left unsaved. Take time only when they are read.
     std::vector<WaitingJournal> waitingJournals() const;

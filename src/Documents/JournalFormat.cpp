@@ -107,7 +107,7 @@ std::optional<JournalHead> JournalFormat::head(std::string_view content) {
 }
 
 std::optional<JournalFormat::Edit> JournalFormat::edit(std::string_view content) {
-    if (!takeKind(content, Kind::edit, 2 * 8))
+    if (!takeKind(content, Kind::edit, std::size_t{2} * 8))
         return std::nullopt;
     Edit edit;
     edit.offset = take<std::uint64_t>(content);

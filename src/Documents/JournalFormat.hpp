@@ -31,7 +31,7 @@ struct JournalFormat {
     static constexpr std::uint8_t version = 1;
 
     /// A journal that is shorter than this, in bytes, has no head and so nothing at all.
-    static constexpr std::size_t shortestWithHead = signature.size() + 12 + 1 + 2 + 4 * 8;
+    static constexpr std::size_t shortestWithHead = signature.size() + 12 + 1 + 2 + std::size_t{4} * 8;
 
     enum class Kind : char { head = 'H', edit = 'E', wholeText = 'T', overwriting = 'O' };
 

@@ -15,7 +15,7 @@ enum class Status { ok = 200, notFound = 404 };
 
 /// A file up to this size, in bytes, is read at once; the window waits for it. A larger one is read while the
 /// web view takes it.
-constexpr std::uintmax_t readAtOnce = 1024 * 1024;
+constexpr std::uintmax_t readAtOnce = std::uintmax_t{1024} * 1024;
 
 std::uint64_t sizeOf(const std::string& body) {
     return body.size();
@@ -87,15 +87,17 @@ bool PreviewSchemeHandler::deliver(const std::filesystem::path& file, SchemeTask
                                    const std::string& url) const {
     if (fileManager_.fileSize(file).value_or(0) > readAtOnce) {
         std::optional<FileBody> body = FileBody::open(file);
-        if (body)
-            answer(task, url, Status::ok, contentType(file, registry_), *std::move(body));
-        return body.has_value();
+        if (!body)
+            return false;
+        answer(task, url, Status::ok, contentType(file, registry_), *std::move(body));
+        return true;
     }
     std::error_code error;
     std::optional<std::string> body = fileManager_.contents(file, error);
-    if (body)
-        answer(task, url, Status::ok, contentType(file, registry_), *std::move(body));
-    return body.has_value();
+    if (!body)
+        return false;
+    answer(task, url, Status::ok, contentType(file, registry_), *std::move(body));
+    return true;
 }
 
 std::string PreviewSchemeHandler::contentType(const std::filesystem::path& file,
