@@ -147,13 +147,15 @@ std::vector<Sprachsatz> Sprache::verfuegbare() const {
     std::map<std::string, Sprachsatz> nachKennung;
     for (const Fundstelle& stelle : fundstellen()) {
         const auto gelesen = Sprachdatei::lies(umgebung_.dateien, stelle.ort);
-        if (gelesen && !gelesen->empty())
+        if (gelesen && !gelesen->empty()) {
             nachKennung.insert_or_assign(
                 stelle.kennung,
                 Sprachsatz{stelle.kennung, name(*gelesen, stelle.kennung), stelle.eigen, stelle.ort});
+        }
     }
 
     std::vector<Sprachsatz> saetze;
+    saetze.reserve(nachKennung.size());
     for (auto& [kennung, satz] : nachKennung)
         saetze.push_back(std::move(satz));
     const std::vector<std::string> bevorzugte = umgebung_.bevorzugteSprachen();

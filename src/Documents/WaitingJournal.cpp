@@ -90,6 +90,7 @@ std::vector<WaitingJournal> WaitingJournal::allIn(FileOperations& operations,
     std::ranges::stable_sort(
         found, {}, [](const auto& entry) { return std::tuple(entry.first.tv_sec, entry.first.tv_nsec); });
     std::vector<WaitingJournal> waiting;
+    waiting.reserve(found.size());
     for (auto& [time, journal] : found)
         waiting.push_back(std::move(journal));
     return waiting;

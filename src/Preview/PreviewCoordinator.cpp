@@ -166,10 +166,11 @@ void PreviewCoordinator::didFinish() {
     if (scrollToRestore_)
         restoreScroll(*scrollToRestore_);
     secondScroll_ = mainQueue_.after(lateLayout, [this, offset = scrollToRestore_] {
-        if (offset)
+        if (offset) {
             webView_.evaluate(fmt::format(
                 "(function () {{\n  if (window.scrollY === 0) {{ window.scrollTo({}, {}); }}\n}})()",
                 offset->x, offset->y));
+        }
     });
     lateReveal_ = mainQueue_.after(lateReveal, [this] { didLayOut(); });
 }
