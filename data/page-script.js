@@ -134,7 +134,7 @@
 
 	// What the user does
 
-	// The last thing that the user did and that may change the text: a key or a menu command.
+	// The last thing that the user did and that may change the text: a key, a menu command or something let fall.
 	let intent = null;
 	let composing = false;
 	// A dead key or an input method: the text that comes of it is none of the keys' own.
@@ -165,6 +165,18 @@
 		return !window.getSelection().isCollapsed;
 	};
 
+	// The command was carried out. It may have changed nothing, and the page is not to make use of it later.
+	window.menuCommandIsOver = function () {
+		if (intent !== null && intent.event.type === "menu")
+			intent = null;
+	};
+
+	// What falls on a text is put where it falls, wherever the caret was.
+	window.addEventListener("drop", function (event) {
+		if (event.isTrusted)
+			intent = { event: event, node: null, combined: false, time: performance.now() };
+	}, true);
+
 	window.addEventListener("compositionstart", function (event) {
 		composing = composing || event.isTrusted;
 	}, true);
@@ -177,6 +189,8 @@
 	function intends(intent, event) {
 		const source = intent.event;
 		const isMenu = source.type === "menu";
+		if (source.type === "drop" || event.inputType === "insertFromDrop")
+			return source.type === "drop" && event.inputType === "insertFromDrop";
 		const command = !isMenu && source.ctrlKey;
 		switch (event.inputType) {
 		case "insertText":
@@ -209,7 +223,7 @@
 		return intent === null || isComposed(event) ? performance.now() : intent.time;
 	}
 
-	// One key permits one input, and only where the caret was when it was pressed.
+	// One key permits one input, and only where the caret was when it was pressed; what falls may do so anywhere.
 	function isIntended(event, node) {
 		if (!event.isTrusted)
 			return false;
@@ -217,7 +231,7 @@
 			return true;
 		const last = intent;
 		intent = null;
-		return last !== null && last.node === node && intends(last, event);
+		return last !== null && (last.node === node || last.event.type === "drop") && intends(last, event);
 	}
 
 	// Edits
@@ -252,11 +266,15 @@
 	// new content; nothing when the change is anything else than `event` at the caret.
 	function changedStretch(event, input, node) {
 		const selection = window.getSelection();
-		if (!selection.isCollapsed || selection.anchorNode !== node)
+		const range = selection.rangeCount > 0 ? selection.getRangeAt(0) : null;
+		// What fell is marked; everything else leaves a caret.
+		const mayBeMarked = event.inputType === "insertFromDrop";
+		if (range === null || range.startContainer !== node || range.endContainer !== node ||
+			!(range.collapsed || mayBeMarked))
 			return null;
 		const before = input.before;
 		const after = node.data;
-		const caret = selection.anchorOffset;
+		const caret = range.endOffset;
 		const inserted = event.inputType.startsWith("delete") ? "" : insertedText(event);
 		// The caret of an input method may stand anywhere in the text that it composes.
 		const first = composing ? caret : Math.max(caret, inserted.length);

@@ -67,6 +67,15 @@ TEST_F(HostilePageTest, CannotWriteUnderCoverOfARealKey) {
     expectNothingHappened();
 }
 
+TEST_F(HostilePageTest, CannotWriteAfterAMenuCommandThatChangedNothing) {
+    showEditable("<p>eins</p><b>zwei</b>");
+    putCaret("p", 4);
+    column.webView()->performMenuCommand(PreviewWebView::Command::cut);
+    letPass(300ms);
+    EXPECT_EQ(inPage("document.execCommand('delete')"), "true");
+    expectNothingHappened();
+}
+
 TEST_F(HostilePageTest, CannotAddToWhatTheUserTypes) {
     const std::string page = "<p>eins</p><script>addEventListener('EVENT', () => {"
                              "document.querySelector('p').firstChild.data += 'BOESE'; }, PHASE);</script>";

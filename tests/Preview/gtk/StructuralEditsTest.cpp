@@ -1,17 +1,11 @@
 // Edits that change more than one text of the page: the source stays as it is, however often they are tried,
 // and what is typed elsewhere afterwards still reaches it.
 
-#include "Platform/gtk/GObjectReference.hpp"
-#include "Platform/gtk/SignalConnection.hpp"
 #include "PreviewColumnFixture.hpp"
-#include "Support/gtk/WindowPixels.hpp"
 
 #include <fmt/format.h>
-#include <gtkmm/label.h>
 
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
 #include <ostream>
 #include <string_view>
 
@@ -173,128 +167,6 @@ TEST_F(StructuralEdits, LeaveTheSourceAloneWhenUndone) {
         expected.insert(expected.find(" zwei"), 1, 'x');
         ASSERT_TRUE(sourceBecomes(expected)) << "try " << number;
         ASSERT_EQ(edits, 2) << "try " << number;
-    }
-}
-
-/// Something beside the page that can be dragged into it.
-class DropIntoThePage : public StructuralEdits {
-protected:
-    DropIntoThePage() : drag(gtk_drag_source_new()) {
-        thing.set_size_request(-1, 30);
-        column.prepend(thing);
-        gtk_drag_source_set_actions(drag, GDK_ACTION_COPY);
-        began = SignalConnection(
-            drag, "drag-begin",
-            +[](GtkDragSource*, GdkDrag*, gpointer self) {
-                static_cast<DropIntoThePage*>(self)->isDragging = true;
-            },
-            this);
-        ended = SignalConnection(
-            drag, "drag-end",
-            +[](GtkDragSource*, GdkDrag*, gboolean, gpointer self) {
-                static_cast<DropIntoThePage*>(self)->isDragging = false;
-            },
-            this);
-        gtk_widget_add_controller(GTK_WIDGET(thing.gobj()), GTK_EVENT_CONTROLLER(drag));
-    }
-
-    /// Takes over `content`.
-    void offer(GdkContentProvider* content) {
-        gtk_drag_source_set_content(drag, content);
-        g_object_unref(content);
-    }
-
-    void offerFile(const std::filesystem::path& path) {
-        const GObjectReference<GFile> file(g_file_new_for_path(path.c_str()));
-        GSList* files = g_slist_append(nullptr, file.get());
-        GdkFileList* list = gdk_file_list_new_from_list(files);
-        g_slist_free(files);
-        offer(gdk_content_provider_new_typed(GDK_TYPE_FILE_LIST, list));
-        g_boxed_free(GDK_TYPE_FILE_LIST, list);
-    }
-
-    /// Drags `thing` to the middle of the first paragraph and lets it fall.
-    void drop() {
-        inPage("window.isOver = false;"
-               "addEventListener('dragover', () => { window.isOver = true; }, true); 1");
-        movePointer(thing, 10, 15);
-        pressPointer(thing);
-        int x = 10;
-        ASSERT_TRUE(waitUntil([&] {
-            movePointer(thing, x = x < 200 ? x + 5 : 60, 15);
-            return isDragging;
-        }));
-        int shift = 0;
-        ASSERT_TRUE(waitUntil([&] {
-            movePointer(*column.webView(), 60 + ++shift % 3, 26);
-            return inPage("window.isOver") == "true";
-        }));
-        releasePointer(thing);
-        ASSERT_TRUE(waitUntil([&] { return !isDragging; }));
-    }
-
-    Gtk::Label thing{"Ding"};
-    GtkDragSource* drag;
-    bool isDragging = false;
-    SignalConnection began;
-    SignalConnection ended;
-};
-
-TEST_F(DropIntoThePage, LeavesTheSourceAloneWhenTextFalls) {
-    offer(gdk_content_provider_new_typed(G_TYPE_STRING, "gefallen"));
-    for (int number = 0; number < tries(); ++number) {
-        showPage(number);
-        drop();
-        ASSERT_FALSE(HasFatalFailure());
-        ASSERT_TRUE(becomes("document.body.textContent.includes('gefallen')", "true"));
-        expectThatOnlyTypingElsewhereCounts(number);
-        ASSERT_FALSE(HasFatalFailure());
-    }
-}
-
-TEST_F(DropIntoThePage, LeavesPageAndSourceAloneWhenAFileFalls) {
-    folder.write("andere.html", "<h1>andere</h1>");
-    offerFile(folder / "andere.html");
-    for (int number = 0; number < tries(); ++number) {
-        showPage(number);
-        drop();
-        ASSERT_FALSE(HasFatalFailure());
-        EXPECT_EQ(inPage("location.href"), "vmpreview://dokument/index.html");
-        expectThatOnlyTypingElsewhereCounts(number);
-        ASSERT_FALSE(HasFatalFailure());
-    }
-}
-
-/// The engine goes to what falls on a page that cannot be edited.
-class DropOnAPageThatEndsItsEditing : public DropIntoThePage {
-protected:
-    void expectThatItLeadsNowhere(const std::string& what) {
-        SCOPED_TRACE(what);
-        const std::string page = "<p>eins zwei drei</p><script>addEventListener('dragover', () => { "
-                                 "document.designMode = 'off'; }, true);</script><!-- " +
-                                 what + " -->";
-        showEditable(page);
-        drop();
-        letPass(600ms);
-        EXPECT_TRUE(becomes("document.querySelector('p')?.textContent", "eins zwei drei"));
-        EXPECT_EQ(inPage("location.href"), "vmpreview://dokument/index.html");
-        EXPECT_EQ(source, page);
-    }
-};
-
-TEST_F(DropOnAPageThatEndsItsEditing, LeadsToNoFile) {
-    folder.write("andere.html", "<h1>andere</h1>");
-    offerFile(folder / "andere.html");
-    expectThatItLeadsNowhere("file");
-}
-
-TEST_F(DropOnAPageThatEndsItsEditing, LeadsToNoAddress) {
-    for (const char* address : {"https://127.0.0.1:9/", "vmpreview://dokument/andere.html", "about:blank",
-                                "data:text/html,andere"}) {
-        GBytes* bytes = g_bytes_new(address, std::strlen(address));
-        offer(gdk_content_provider_new_for_bytes("text/uri-list", bytes));
-        g_bytes_unref(bytes);
-        expectThatItLeadsNowhere(address);
     }
 }
 

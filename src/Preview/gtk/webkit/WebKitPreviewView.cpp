@@ -379,6 +379,9 @@ void WebKitPreviewView::performMenuCommand(Command command) {
                 webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
             if (isMarked && (asked != Command::remove || jsc_value_to_boolean(isMarked.get()) != FALSE))
                 webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(view), editingCommand(asked));
+            // The page's process does one thing after the other.
+            webkit_web_view_evaluate_javascript(WEBKIT_WEB_VIEW(view), "menuCommandIsOver()", -1, bridgeWorld,
+                                                nullptr, nullptr, nullptr, nullptr);
         },
         GINT_TO_POINTER(static_cast<int>(command)));
 }

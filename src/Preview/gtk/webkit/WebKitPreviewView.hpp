@@ -8,6 +8,7 @@
 #include "Preview/gtk/webkit/PageMenu.hpp"
 #include "Preview/gtk/webkit/PreviewWebContext.hpp"
 #include "Preview/gtk/webkit/RenderNode.hpp"
+#include "Preview/gtk/webkit/UnfinishedDrops.hpp"
 
 #include <gtkmm/snapshot.h>
 #include <gtkmm/widget.h>
@@ -74,6 +75,7 @@ private:
 
     Page page_;
     PageMenu menu_{webView(), [this](Command command) { performMenuCommand(command); }};
+    UnfinishedDrops drops_{GTK_WIDGET(gobj())};
     HeldPicture lastPicture_;
     Events events_;
     /// The address that was loaded last.
