@@ -1,10 +1,9 @@
 #include "Documents/Journal.hpp"
 
 #include "Documents/JournalFormat.hpp"
-#include "Platform/Uninterrupted.hpp"
+#include "Platform/SystemCall.hpp"
 
 #include <algorithm>
-#include <cerrno>
 #include <utility>
 
 namespace corvanta {
@@ -21,10 +20,6 @@ constexpr std::size_t outgrownFactor = 2;
 /// The copy of the base text would otherwise be in the way of the first letter, which is just being written
 /// down and drawn.
 constexpr WorkerQueue::Duration baseCopyDelay{20};
-
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
 
 /// The first bytes of a file of the journal. `seed` becomes the checksum of the last record.
 std::string beginning(const JournalHead& head, const std::optional<SharedText>& text, std::uint64_t& seed) {

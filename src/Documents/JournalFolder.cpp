@@ -1,6 +1,6 @@
 #include "Documents/JournalFolder.hpp"
 
-#include "Platform/Uninterrupted.hpp"
+#include "Platform/SystemCall.hpp"
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -19,10 +19,6 @@ namespace corvanta {
 namespace {
 
 constexpr const char* lockName = "lock";
-
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
 
 std::string unusedName() {
     std::random_device random;

@@ -1,6 +1,6 @@
 #include "Documents/JournalSyncer.hpp"
 
-#include "Platform/Uninterrupted.hpp"
+#include "Platform/SystemCall.hpp"
 
 #include <string>
 #include <utility>

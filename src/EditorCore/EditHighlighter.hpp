@@ -27,11 +27,6 @@ public:
     void highlightChange(const TextChange& change, const EditorTheme& theme, const EditorFont& font,
                          const DynamicColor& baseColor);
 
-    /// Colours all of the text anew.
-    void highlightAll(const EditorTheme& theme, const EditorFont& font, const DynamicColor& baseColor) {
-        highlightChange({}, theme, font, baseColor);
-    }
-
 private:
     using Checkpoints = std::vector<SyntaxCheckpoint>;
 

@@ -22,10 +22,6 @@ public:
     bool isOpen() const { return descriptor_ >= 0; }
     int get() const { return descriptor_; }
 
-    /// Closes now, for the one caller that must know whether the last write arrived. Returns false on an
-    /// error, with errno set.
-    bool close() { return ::close(std::exchange(descriptor_, -1)) == 0; }
-
 private:
     int descriptor_;
 };

@@ -1,6 +1,6 @@
 #include "Platform/OpenedFile.hpp"
 
-#include "Platform/Uninterrupted.hpp"
+#include "Platform/SystemCall.hpp"
 
 #include <fcntl.h>
 
@@ -8,20 +8,6 @@
 #include <utility>
 
 namespace corvanta {
-
-namespace {
-
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
-
-/// The outcome of a call that answers with zero.
-template <typename Call>
-std::error_code outcome(Call call) {
-    return uninterrupted(call) == 0 ? std::error_code() : lastError();
-}
-
-} // namespace
 
 OpenedFile::OpenedFile(FileOperations& operations, const std::filesystem::path& path, int flags, mode_t mode)
     : operations_(operations),

@@ -2,6 +2,7 @@
 
 #include "Platform/OpenedFile.hpp"
 #include "Platform/PosixFileOperations.hpp"
+#include "Platform/SystemCall.hpp"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,14 +11,6 @@
 #include <cerrno>
 
 namespace corvanta {
-
-namespace {
-
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
-
-} // namespace
 
 std::optional<std::string> PosixFileManager::contents(const std::filesystem::path& path,
                                                       std::error_code& error) const {

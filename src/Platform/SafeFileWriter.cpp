@@ -2,7 +2,7 @@
 
 #include "Platform/OpenedFile.hpp"
 #include "Platform/PosixFileOperations.hpp"
-#include "Platform/Uninterrupted.hpp"
+#include "Platform/SystemCall.hpp"
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -44,16 +44,6 @@ constexpr bool truncatesInPlace = false;
 
 /// As many links as the kernel follows before it calls them a circle.
 constexpr int longestChainOfLinks = 40;
-
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
-
-/// The outcome of a call that answers with zero.
-template <typename Call>
-std::error_code outcome(Call call) {
-    return uninterrupted(call) == 0 ? std::error_code() : lastError();
-}
 
 Path folderOf(const Path& file) {
     return file.has_parent_path() ? file.parent_path() : Path(".");

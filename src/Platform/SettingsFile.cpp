@@ -1,16 +1,15 @@
 #include "Platform/SettingsFile.hpp"
 
-#include "Platform/FileDescriptor.hpp"
+#include "Platform/OpenedFile.hpp"
 #include "Platform/PosixFileManager.hpp"
+#include "Platform/PosixFileOperations.hpp"
+#include "Platform/SystemCall.hpp"
 
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <string_view>
@@ -31,10 +30,6 @@ constexpr int deepestNesting = 100;
 
 constexpr std::chrono::milliseconds patience{2000};
 constexpr std::chrono::milliseconds betweenTries{5};
-
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
 
 Path withSuffix(Path path, std::string_view suffix) {
     return path += suffix;
@@ -57,14 +52,14 @@ std::optional<Json> parsedObject(const std::string& text) {
 /// removed, it could be made a second time while the first is still held.
 class Lock {
 public:
-    explicit Lock(const Path& path) : file_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    explicit Lock(const Path& path) : file_(operations_, path, O_RDWR | O_CREAT | O_CLOEXEC, 0600) {
         if (!file_.isOpen()) {
             error_ = lastError();
             return;
         }
         // Waiting without end would keep the program from ending behind a process that was stopped.
         const auto end = std::chrono::steady_clock::now() + patience;
-        while (::flock(file_.get(), LOCK_EX | LOCK_NB) != 0) {
+        while (operations_.flock(file_.get(), LOCK_EX | LOCK_NB) != 0) {
             error_ = lastError();
             const bool isHeld = error_ == std::errc::operation_would_block;
             if ((!isHeld && error_ != std::errc::interrupted) || std::chrono::steady_clock::now() >= end)
@@ -77,7 +72,8 @@ public:
     const std::error_code& error() const { return error_; }
 
 private:
-    FileDescriptor file_;
+    PosixFileOperations operations_;
+    OpenedFile file_;
     std::error_code error_;
 };
 
@@ -100,52 +96,41 @@ std::error_code setAside(const Path& path) {
     }
 }
 
-std::error_code writeAll(const FileDescriptor& file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file.get(), bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR)
-            return lastError();
-        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-    return {};
-}
-
 /// What the old file lets others do, or that they may do nothing.
 mode_t permissions(const Path& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 0777U : 0600U;
 }
 
-std::error_code writeNewFile(const Path& path, mode_t mode, std::string_view bytes) {
-    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
-    FileDescriptor file(::open(path.c_str(), flags, 0600));
+std::error_code writeNewFile(FileOperations& operations, const Path& path, mode_t mode,
+                             std::string_view bytes) {
+    OpenedFile file(operations, path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (!file.isOpen())
         return lastError();
-    if (const std::error_code error = writeAll(file, bytes))
+    if (const std::error_code error = file.writeAll(bytes))
         return error;
-    if (::fchmod(file.get(), mode) != 0 || ::fsync(file.get()) != 0 || !file.close())
+    if (operations.fchmod(file.get(), mode) != 0)
         return lastError();
-    return {};
+    if (const std::error_code error = file.sync())
+        return error;
+    return file.close();
 }
 
 /// Always through a new file, also where that costs a second name of the old one: half a file of settings
 /// would be worse. The new file's name is the same each time, so that what a killed process leaves behind is
 /// used up by the next one; only the holder of the lock comes here.
 std::error_code replace(const Path& path, std::string_view bytes) {
+    PosixFileOperations operations;
     const Path replacement = withSuffix(path, ".new");
-    if (const std::error_code error = writeNewFile(replacement, permissions(path), bytes)) {
-        ::unlink(replacement.c_str());
-        return error;
-    }
-    if (::rename(replacement.c_str(), path.c_str()) != 0) {
-        const std::error_code error = lastError();
-        ::unlink(replacement.c_str());
+    std::error_code error = writeNewFile(operations, replacement, permissions(path), bytes);
+    if (!error && operations.rename(replacement, path) != 0)
+        error = lastError();
+    if (error) {
+        operations.unlink(replacement);
         return error;
     }
     // Best effort: after a loss of power the old settings would be whole, too.
-    const FileDescriptor folder(::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.isOpen())
-        ::fsync(folder.get());
+    syncFolder(operations, path.parent_path());
     return {};
 }
 

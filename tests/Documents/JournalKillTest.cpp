@@ -25,6 +25,7 @@
 #include <random>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace corvanta {
 namespace {
@@ -83,11 +84,11 @@ protected:
         // A small pipe, so that a slow machine does not make the typing run far ahead of the reading.
         EXPECT_GT(::fcntl(pipe[0], F_SETPIPE_SZ, 4'096), 0);
         const FileDescriptor screen(pipe[0]);
-        FileDescriptor ownEnd(pipe[1]);
+        std::optional<FileDescriptor> ownEnd(std::in_place, pipe[1]);
         const pid_t child = ::fork();
         if (child == 0)
             typeForever(folder.path(), file, seed, pipe[1]);
-        ownEnd.close();
+        ownEnd.reset();
 
         // A pipe that is not read stops the typing in the end, so that it is read up to the moment of the
         // kill.

@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <utility>
 
 namespace corvanta {
@@ -42,27 +41,6 @@ TEST(FileDescriptor, HandsItsDescriptorOnWhenMoved) {
         EXPECT_TRUE(isOpenInTheProcess(raw));
     }
     EXPECT_FALSE(isOpenInTheProcess(raw));
-}
-
-TEST(FileDescriptor, ClosesOnceOnly) {
-    const int raw = openNull();
-    {
-        FileDescriptor file(raw);
-        EXPECT_TRUE(file.close());
-        EXPECT_FALSE(file.isOpen());
-        // The number is free again; another owner of it must not lose it to the first.
-        ASSERT_EQ(openNull(), raw);
-    }
-    EXPECT_TRUE(isOpenInTheProcess(raw));
-    ::close(raw);
-}
-
-TEST(FileDescriptor, ReportsAFailedClose) {
-    const int raw = openNull();
-    FileDescriptor file(raw);
-    ::close(raw);
-    EXPECT_FALSE(file.close());
-    EXPECT_EQ(errno, EBADF);
 }
 
 } // namespace
