@@ -30,6 +30,9 @@ WebKitWebContext* makeContext() {
     g_main_context_push_thread_default(loop.context());
     WebKitWebContext* context = webkit_web_context_new();
     g_main_context_pop_thread_default(loop.context());
+    // It has drawn something to find out what the graphics can do. The toolkit does not know that its own
+    // drawing has lost its place by that, and no later picture of a window would reach the screen.
+    gdk_gl_context_clear_current();
     return context;
 }
 
