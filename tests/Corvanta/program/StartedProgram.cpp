@@ -11,9 +11,11 @@
 
 namespace corvanta {
 
-StartedProgram::StartedProgram(const std::filesystem::path& state,
-                               const std::vector<std::string>& arguments) {
-    std::vector<std::string> words{"env", "XDG_STATE_HOME=" + state.string(), CORVANTA_PROGRAM};
+StartedProgram::StartedProgram(const std::filesystem::path& state, const std::vector<std::string>& arguments,
+                               const std::vector<std::string>& environment) {
+    std::vector<std::string> words{"env", "XDG_STATE_HOME=" + state.string()};
+    words.insert(words.end(), environment.begin(), environment.end());
+    words.emplace_back(CORVANTA_PROGRAM);
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     for (std::string& word : words)

@@ -11,9 +11,11 @@ namespace corvanta {
 /// The program as a process of its own, with nobody's state but its own.
 class StartedProgram {
 public:
-    /// `state` is the folder for what it keeps; `arguments` are files to open.
+    /// `state` is the folder for what it keeps; `arguments` are files to open; `environment` is what it finds
+    /// set otherwise than this process ("NAME=value").
     explicit StartedProgram(const std::filesystem::path& state,
-                            const std::vector<std::string>& arguments = {});
+                            const std::vector<std::string>& arguments = {},
+                            const std::vector<std::string>& environment = {});
     StartedProgram(const StartedProgram&) = delete;
     StartedProgram& operator=(const StartedProgram&) = delete;
 
