@@ -52,6 +52,8 @@ protected:
         gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(source), GTK_PHASE_CAPTURE);
         gtk_drag_source_set_content(source, content);
         g_object_unref(content);
+        // As file managers and browsers offer it.
+        gtk_drag_source_set_actions(source, static_cast<GdkDragAction>(GDK_ACTION_COPY | GDK_ACTION_MOVE));
         dragBegan = SignalConnection(
             source, "drag-begin",
             +[](GtkDragSource*, GdkDrag* begun, gpointer self) {
