@@ -51,7 +51,7 @@ void keepALetter(benchmark::State& state) {
     Journal journal(operations, worker, folder.path(), baseOf(base));
     SharedText text(base);
     const auto middle = static_cast<std::int64_t>(text.size() / 2);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         const auto after = static_cast<std::int64_t>(text.size()) - middle;
         text.replace(middle, middle, "y");
@@ -72,7 +72,7 @@ void keepFirstLetters(benchmark::State& state, MakeReady makeReady) {
     WorkerThread worker;
     const std::string text(static_cast<std::size_t>(state.range(0)), 'x');
     const SharedText typed("y" + text);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         {
             Journal journal(operations, worker, folder.path(), baseOf(text));
@@ -115,7 +115,7 @@ void findFiftyJournals(benchmark::State& state) {
         if (journal.append({}, "y" + text))
             std::abort();
     }
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(WaitingJournal::allIn(operations, folder.path()));
 }
 BENCHMARK(findFiftyJournals)->Unit(benchmark::kMillisecond);

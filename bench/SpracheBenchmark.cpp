@@ -30,7 +30,7 @@ struct Catalogue {
 void BM_LookUpText(benchmark::State& state) {
     const Catalogue catalogue;
     std::size_t next = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(t(Textkatalog::alle[next]));
         next = next + 1 == Textkatalog::alle.size() ? 0 : next + 1;
     }
@@ -38,7 +38,7 @@ void BM_LookUpText(benchmark::State& state) {
 
 void BM_LookUpAndFillText(benchmark::State& state) {
     const Catalogue catalogue;
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(t("%lld von %lld", 3, 17));
 }
 
@@ -46,7 +46,7 @@ void BM_LookUpAndFillText(benchmark::State& state) {
 void BM_Start(benchmark::State& state) {
     Catalogue catalogue;
     catalogue.sprache.vorbereiten();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         catalogue.sprache.neuLaden();
         benchmark::DoNotOptimize(t("Version %@"));
     }
@@ -56,7 +56,7 @@ void BM_StartWithManyOwnLanguages(benchmark::State& state) {
     Catalogue catalogue;
     for (int i = 0; i < state.range(0); ++i)
         std::ofstream(catalogue.sprache.eigenerOrdner() / (std::to_string(i) + ".json")) << R"({"Link":"x"})";
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         catalogue.sprache.neuLaden();
         benchmark::DoNotOptimize(t("Version %@"));
     }
@@ -65,7 +65,7 @@ void BM_StartWithManyOwnLanguages(benchmark::State& state) {
 /// The first start of all, which makes the user's folder.
 void BM_FirstStart(benchmark::State& state) {
     Catalogue catalogue;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         std::filesystem::remove_all(catalogue.folder / "Corvanta");
         state.ResumeTiming();
@@ -78,14 +78,14 @@ void BM_FirstStart(benchmark::State& state) {
 void BM_CheckTemplates(benchmark::State& state) {
     const Catalogue catalogue;
     catalogue.sprache.vorbereiten();
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         catalogue.sprache.vorbereiten();
 }
 
 /// The same when there are none yet; it waits for the disk.
 void BM_WriteTemplates(benchmark::State& state) {
     const Catalogue catalogue;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         std::filesystem::remove_all(catalogue.folder / "Corvanta");
         state.ResumeTiming();
@@ -96,7 +96,7 @@ void BM_WriteTemplates(benchmark::State& state) {
 /// What the settings window asks for.
 void BM_ListLanguages(benchmark::State& state) {
     const Catalogue catalogue;
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(catalogue.sprache.verfuegbare());
 }
 

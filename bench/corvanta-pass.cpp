@@ -59,14 +59,16 @@ std::optional<Operation> operationNamed(std::string_view name, const std::string
         return Operation{"bytes", [&bytes] { return corvanta::TextDecoding::string(bytes).size(); }};
 
     std::string text = std::string(opener) + corvanta::TextDecoding::string(bytes);
-    if (name == "format")
+    if (name == "format") {
         return Operation{"bytes",
                          [text = std::move(text)] { return corvanta::HTMLFormatter::format(text).size(); }};
-    if (name == "indent")
+    }
+    if (name == "indent") {
         return Operation{"tabs", [text = std::move(text)] {
                              return corvanta::IndentationEngine::indentForNewLine(text).size();
                          }};
-    if (name == "tokens")
+    }
+    if (name == "tokens") {
         return Operation{
             "spans", [text = std::move(text)] {
                 std::size_t count = 0;
@@ -74,6 +76,7 @@ std::optional<Operation> operationNamed(std::string_view name, const std::string
                     text, [&count](std::span<const corvanta::SyntaxSpan> spans) { count += spans.size(); });
                 return count;
             }};
+    }
     return std::nullopt;
 }
 

@@ -104,7 +104,7 @@ std::optional<std::string> PageRenderer::call(const std::string& body, const std
     return answer->text;
 }
 
-bool PageRenderer::waitUntil(const std::function<bool()>& condition) const {
+bool PageRenderer::waitUntil(const std::function<bool()>& condition) {
     const auto end = std::chrono::steady_clock::now() + patience;
     // Wakes the loop up, which otherwise sleeps as long as nothing happens.
     const guint clock = g_timeout_add(

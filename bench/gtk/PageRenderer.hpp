@@ -34,7 +34,7 @@ public:
     std::optional<std::string> call(const std::string& body, const std::string& argument, std::string& error);
 
 private:
-    bool waitUntil(const std::function<bool()>& condition) const;
+    static bool waitUntil(const std::function<bool()>& condition);
 
     PosixFileManager fileManager_;
     SharedMimeInfo types_;

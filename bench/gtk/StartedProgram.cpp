@@ -1,11 +1,11 @@
 #include "StartedProgram.hpp"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <fstream>
 #include <sstream>
 #include <system_error>
@@ -16,6 +16,7 @@ namespace corvanta {
 
 StartedProgram::StartedProgram(std::vector<std::string> command) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (std::string& argument : command)
         arguments.push_back(argument.data());
     arguments.push_back(nullptr);

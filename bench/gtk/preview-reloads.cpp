@@ -26,11 +26,11 @@
 #include <glibmm/main.h>
 #include <gtkmm/init.h>
 #include <gtkmm/window.h>
-#include <signal.h>
 #include <unistd.h>
 #include <webkit/webkit.h>
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -220,10 +220,11 @@ public:
             pause(rest);
         }
         print("reload", samples);
-        if (reloads > 50)
+        if (reloads > 50) {
             fmt::print("memory: after_50_mb={:.0f} end_mb={:.0f} growth_percent={:.1f}\n",
                        memoryEarly.median(), memoryLate.median(),
                        100 * (memoryLate.median() / memoryEarly.median() - 1));
+        }
     }
 
     void measureKeysInThePage(int keys) {

@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -47,13 +48,11 @@ std::vector<bool> ink(const Picture& picture) {
 
     const auto standsOut = [background](std::uint32_t pixel) {
         constexpr int leastDifference = 48;
-        for (const unsigned shift : {0U, 8U, 16U}) {
+        return std::ranges::any_of(std::array{0U, 8U, 16U}, [=](unsigned shift) {
             const auto one = static_cast<int>(pixel >> shift & 0xffU);
             const auto other = static_cast<int>(background >> shift & 0xffU);
-            if (std::abs(one - other) > leastDifference)
-                return true;
-        }
-        return false;
+            return std::abs(one - other) > leastDifference;
+        });
     };
     std::vector<bool> result;
     result.reserve(picture.pixels.size());

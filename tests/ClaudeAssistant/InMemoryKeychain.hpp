@@ -13,7 +13,7 @@ class InMemoryKeychain final : public Keychain {
 public:
     void add(const std::string& service, const std::string& data,
              std::function<void(Status)> whenDone) override {
-        answers_.push_back([this, service, data, whenDone = std::move(whenDone)] {
+        answers_.emplace_back([this, service, data, whenDone = std::move(whenDone)] {
             if (refusal == Status::success)
                 items.emplace(service, data);
             whenDone(refusal);
@@ -22,7 +22,7 @@ public:
 
     void copyMatching(const std::string& service,
                       std::function<void(Status, std::optional<std::string>)> whenDone) override {
-        answers_.push_back([this, service, whenDone = std::move(whenDone)] {
+        answers_.emplace_back([this, service, whenDone = std::move(whenDone)] {
             if (refusal != Status::success) {
                 whenDone(refusal, std::nullopt);
                 return;
@@ -36,7 +36,7 @@ public:
     }
 
     void remove(const std::string& service, std::function<void(Status)> whenDone) override {
-        answers_.push_back([this, service, whenDone = std::move(whenDone)] {
+        answers_.emplace_back([this, service, whenDone = std::move(whenDone)] {
             if (refusal != Status::success) {
                 whenDone(refusal);
                 return;

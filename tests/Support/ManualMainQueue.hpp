@@ -41,7 +41,7 @@ private:
 
     class Entry final : public Handle {
     public:
-        Entry(ManualMainQueue& queue, Key key) : queue_(queue), key_(key) {}
+        Entry(ManualMainQueue& queue, Key key) : queue_(queue), key_(std::move(key)) {}
         ~Entry() override { queue_.pending_.erase(key_); }
 
     private:

@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <span>
@@ -24,6 +25,7 @@ constexpr int noticeable = 20'000;
 
 pid_t start(std::vector<std::string> words) {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
@@ -68,7 +70,9 @@ WaylandSession::~WaylandSession() {
 }
 
 std::vector<std::string> WaylandSession::environment() const {
-    return {"WAYLAND_DISPLAY=" + (runtime_ / socketName).string(), "GDK_BACKEND=wayland", "GSK_RENDERER=gl"};
+    // The preview's sandbox lets a page's process at the display by its name in this folder only.
+    return {"XDG_RUNTIME_DIR=" + runtime_.path().string(), "WAYLAND_DISPLAY=" + std::string(socketName),
+            "GDK_BACKEND=wayland", "GSK_RENDERER=gl"};
 }
 
 bool WaylandSession::shows(std::uint32_t color) const {
@@ -79,12 +83,10 @@ bool WaylandSession::shows(std::uint32_t color) const {
     words.emplace_back("weston-screenshooter");
     const pid_t photographer = start(words);
     ::waitpid(photographer, nullptr, 0);
-    for (const auto& file : std::filesystem::directory_iterator(pictures.path())) {
+    return std::ranges::any_of(std::filesystem::directory_iterator(pictures.path()), [&](const auto& file) {
         const GObjectReference<GdkPixbuf> picture(gdk_pixbuf_new_from_file(file.path().c_str(), nullptr));
-        if (picture && count(picture.get(), color) >= noticeable)
-            return true;
-    }
-    return false;
+        return picture && count(picture.get(), color) >= noticeable;
+    });
 }
 
 } // namespace corvanta

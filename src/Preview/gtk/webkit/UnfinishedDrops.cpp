@@ -30,8 +30,8 @@ UnfinishedDrops::UnfinishedDrops(GtkWidget* parent) {
                 // The engine has taken it in when the event has gone its way. What was moved within the page
                 // it has taken out there itself; nobody else is to remove anything.
                 const auto kept = std::make_shared<GObjectReference<GdkDrop>>(GDK_DROP(g_object_ref(drop)));
-                Glib::signal_idle().connect_once(
-                    [kept] { gdk_drop_finish(kept->get(), GDK_ACTION_COPY); }, Glib::PRIORITY_HIGH);
+                Glib::signal_idle().connect_once([kept] { gdk_drop_finish(kept->get(), GDK_ACTION_COPY); },
+                                                 Glib::PRIORITY_HIGH);
             }
             return FALSE;
         },
