@@ -189,8 +189,8 @@
 	function intends(intent, event) {
 		const source = intent.event;
 		const isMenu = source.type === "menu";
-		if (source.type === "drop" || event.inputType === "insertFromDrop")
-			return source.type === "drop" && event.inputType === "insertFromDrop";
+		if (source.type === "drop")
+			return event.inputType === "insertFromDrop";
 		const command = !isMenu && source.ctrlKey;
 		switch (event.inputType) {
 		case "insertText":
